@@ -1,0 +1,93 @@
+#include "app/Program.h"
+
+#include "service/Diagnostics.h"
+
+#include <QGuiApplication>
+#include <QNetworkProxyFactory>
+#include <QQuickStyle>
+#include <QQuickWindow>
+
+#include <algorithm>
+
+namespace tessary {
+
+Program::Program(Places places) : m_application(std::move(places)), m_windowComponent(&m_engine)
+{
+    QGuiApplication::setApplicationName(QStringLiteral("tessary_macos_uploader"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessary Uploader"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("tessary_macos_uploader"));
+    QGuiApplication::setQuitOnLastWindowClosed(false); // running tools are ended first
+    QNetworkProxyFactory::setUseSystemConfiguration(true);
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+
+    connect(m_application.uploadActivity(), &UploadActivity::ended, qApp, &QCoreApplication::quit,
+            Qt::QueuedConnection);
+    m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    m_windowComponent.loadUrl(QUrl(QStringLiteral("qrc:/qt/qml/Tessary/app/AppWindow.qml")));
+}
+
+Program::~Program() = default;
+
+bool Program::openWindow()
+{
+    std::unique_ptr<QObject> object(m_windowComponent.createWithInitialProperties({
+        {QStringLiteral("program"), QVariant::fromValue(this)},
+        {QStringLiteral("application"), QVariant::fromValue(&m_application)},
+    }));
+    auto* window = qobject_cast<QQuickWindow*>(object.get());
+    if (window == nullptr) {
+        warnLine(QLatin1StringView("The window could not be opened: ") + m_windowComponent.errorString());
+        return false;
+    }
+    object.release(); // NOLINT(bugprone-unused-return-value): the window below is the same object
+    m_windows.emplace_back(window);
+    connect(window, &QWindow::visibleChanged, this, [this, window](bool visible) {
+        if (!visible) {
+            forgetWindow(window);
+        }
+    });
+    Q_EMIT windowCountChanged();
+    return true;
+}
+
+void Program::quit()
+{
+    if (m_quitting) {
+        return;
+    }
+    m_quitting = true;
+    for (QQuickWindow* window : windows()) {
+        window->hide();
+    }
+    m_application.uploadActivity()->endAll();
+}
+
+int Program::run()
+{
+    return openWindow() ? QCoreApplication::exec() : EXIT_FAILURE;
+}
+
+std::vector<QQuickWindow*> Program::windows() const
+{
+    std::vector<QQuickWindow*> all;
+    std::transform(m_windows.begin(), m_windows.end(), std::back_inserter(all),
+                   std::mem_fn(&std::unique_ptr<QQuickWindow>::get));
+    return all;
+}
+
+void Program::forgetWindow(const QQuickWindow* window)
+{
+    const auto found = std::find_if(m_windows.begin(), m_windows.end(),
+                                    [window](const auto& owned) { return owned.get() == window; });
+    if (found == m_windows.end()) {
+        return;
+    }
+    found->release()->deleteLater(); // it is in the middle of its own signal
+    m_windows.erase(found);
+    Q_EMIT windowCountChanged();
+    if (m_windows.empty()) {
+        quit();
+    }
+}
+
+} // namespace tessary

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "app/tessary_macos_uploaderApp.h"
+
+#include <QObject>
+#include <QQmlComponent>
+#include <QQmlEngine>
+
+#include <memory>
+#include <vector>
+
+class QQuickWindow;
+
+namespace tessary {
+
+/// Windows over one application object. Lives on the main thread, below a QGuiApplication.
+class Program : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int windowCount READ windowCount NOTIFY windowCountChanged)
+
+public:
+    explicit Program(Places places);
+    ~Program() override;
+    Q_DISABLE_COPY_MOVE(Program)
+
+    /// Opens one more window, with a screen of its own. False, and a report on standard error, when its
+    /// description cannot be loaded.
+    Q_INVOKABLE bool openWindow();
+
+    /// Closes every window, ends the running tools, and then the application loop.
+    Q_INVOKABLE void quit();
+
+    /// Opens the first window and runs the application loop to its end; returns the exit status.
+    int run();
+
+    [[nodiscard]] tessary_macos_uploaderApp& application() { return m_application; }
+
+    /// The open windows, oldest first. A window that is closed is gone; with the last one the program quits.
+    [[nodiscard]] std::vector<QQuickWindow*> windows() const;
+
+    [[nodiscard]] int windowCount() const { return static_cast<int>(m_windows.size()); }
+
+Q_SIGNALS:
+    void windowCountChanged();
+
+private:
+    void forgetWindow(const QQuickWindow* window);
+
+    tessary_macos_uploaderApp m_application;
+    QQmlEngine m_engine; ///< after the state it shows, so that it goes first
+    QQmlComponent m_windowComponent;
+    std::vector<std::unique_ptr<QQuickWindow>> m_windows;
+    bool m_quitting = false;
+};
+
+} // namespace tessary

@@ -1,0 +1,19 @@
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# What our own targets are held to; the generated code of the toolkit is not ours.
+add_library(tessary_warnings INTERFACE)
+target_compile_options(tessary_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+    -Woverloaded-virtual -Wcast-align -Wnull-dereference -Wformat=2 -Werror)
+target_compile_definitions(tessary_warnings INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS
+    QT_NO_FOREACH QT_STRICT_ITERATORS)
+
+option(TESSARY_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+if(TESSARY_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()

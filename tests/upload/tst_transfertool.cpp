@@ -1,0 +1,216 @@
+#include "tests/support/ScriptedTool.h"
+#include "upload/TransferTool.h"
+#include "upload/UploadActivity.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <csignal>
+
+using namespace tessary;
+
+namespace {
+
+int openDescriptors()
+{
+    return static_cast<int>(
+        QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size());
+}
+
+} // namespace
+
+class TransferToolTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void outcomes_data();
+    void outcomes();
+    void argumentsArriveByteForByte();
+    void launchErrors();
+    void chunksAreNotSplit();
+    void aStopEndsTheTool_data();
+    void aStopEndsTheTool();
+    void killToolsEndsWhatIgnoresAStop();
+    void theLogIsRefreshedWhileTheToolIsSilent();
+    void nothingIsLeftBehind();
+
+private:
+    /// Runs the script to its end; what it said is then in m_heard.
+    TransferOutcome run(const ScriptedTool& tool, const std::stop_token& stop = {})
+    {
+        const QFuture<TransferOutcome> future = start(tool, stop);
+        const bool ended = QTest::qWaitFor([&future] { return future.isFinished(); }, 20'000);
+        return ended ? future.result() : TransferOutcome{false, Error({}, -1, QStringLiteral("never ended"))};
+    }
+
+    QFuture<TransferOutcome> start(const ScriptedTool& tool, const std::stop_token& stop)
+    {
+        m_heard.clear();
+        m_refreshes = 0;
+        return uploadFile(m_file, m_url, tool.folder(),
+                          {[this](const QString& text) { m_heard.append(text); }, [this] { ++m_refreshes; }},
+                          stop, m_activity);
+    }
+
+    [[nodiscard]] bool hears(const QString& text) const
+    {
+        return QTest::qWaitFor([this, &text] { return m_heard.join(QString()).contains(text); }, 20'000);
+    }
+
+    UploadActivity m_activity;
+    QUrl m_file = QUrl::fromLocalFile(QStringLiteral("/videos/a b.mov"));
+    QString m_url = QStringLiteral("https://store/blob?sig=x");
+    QStringList m_heard;
+    int m_refreshes = 0;
+};
+
+void TransferToolTest::outcomes_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<int>("code"); // 0 for success
+    QTest::addColumn<QString>("heard");
+
+    const auto row = [](const char* name, const char* script, int code, const char* heard) {
+        QTest::newRow(name) << QByteArray(script) << code << QString::fromUtf8(heard);
+    };
+    row("success", "echo fine", 0, "fine\n");
+    row("success with a complaint", "echo odd >&2", 0, "ERROR: odd\n");
+    row("failure", "echo no; exit 2", 2, "no\n");
+    row("ended by a signal", "kill -SEGV $$", SIGSEGV, "");
+    row("killed", "kill -KILL $$", SIGKILL, "");
+    row("no valid text", R"(printf 'ab\xff')", 0, "");
+    row("character cut off", R"(printf 'a\xe2\x82')", 0, "");
+    row("byte-order mark", R"(printf '\xef\xbb\xbfa')", 0,
+        "\uFEFF\uFEFFa"); // the test's own reading drops the first
+    row("pipes closed early", "exec >&- 2>&-; sleep 0.2; exit 3", 3, "");
+    row("pipes held by a grandchild", "echo on; sleep 30 & exit 0", 0, "on\n");
+    row("tool that cannot run", "exec /does/not/exist 2>/dev/null", 127, "");
+}
+
+void TransferToolTest::outcomes()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(int, code);
+    QFETCH(QString, heard);
+
+    const TransferOutcome outcome = run(ScriptedTool(script));
+    QCOMPARE(outcome.succeeded(), code == 0);
+    QCOMPARE(m_heard.join(QString()), heard);
+    if (code != 0) {
+        QVERIFY(outcome.failure);
+        QCOMPARE(outcome.failure->domain(), QStringLiteral("AzCopy"));
+        QCOMPARE(outcome.failure->code(), code);
+        QCOMPARE(outcome.failure->description(), QStringLiteral("AzCopy exited with code %1").arg(code));
+    }
+}
+
+void TransferToolTest::argumentsArriveByteForByte()
+{
+    m_file = QUrl::fromLocalFile(QString::fromUtf8("/videos/a \"b\" 100% 'é' 👩‍🚀\n.mov"));
+    m_url = QStringLiteral("https://store/blob?sp=cw&sig=a%2Fb%3D&x=") + QString(20'000, u'y');
+    const ScriptedTool tool(R"(printf '%s\0' "$@" > "$home/arguments")");
+    QVERIFY(run(tool).succeeded());
+    QCOMPARE(tool.content("arguments").split('\0'),
+             (QByteArrayList{"copy", m_file.toLocalFile().toUtf8(), m_url.toUtf8(), "--from-to", "LocalBlob",
+                             "--log-level", "INFO", ""}));
+}
+
+void TransferToolTest::launchErrors()
+{
+    const ScriptedTool missing("exit 0");
+    QFile::remove(missing.path("azcopy"));
+    TransferOutcome outcome = run(missing);
+    QVERIFY(outcome.failure);
+    QCOMPARE(outcome.failure->code(), 1);
+    QCOMPARE(outcome.failure->description(), QStringLiteral("AzCopy binary not found"));
+
+    const ScriptedTool locked("exit 0");
+    QFile::setPermissions(locked.path("azcopy"), QFile::ReadOwner);
+    outcome = run(locked);
+    QVERIFY(outcome.failure);
+    QVERIFY(outcome.failure->domain() != QStringLiteral("AzCopy"));
+    QVERIFY2(outcome.failure->description().contains(QLatin1StringView("Permission denied")),
+             qPrintable(outcome.failure->description()));
+}
+
+void TransferToolTest::chunksAreNotSplit()
+{
+    QVERIFY(run(ScriptedTool(R"(printf 'one\ntwo\rthree\n'; printf 'four' >&2)")).succeeded());
+    QVERIFY(m_heard.contains(QStringLiteral("one\ntwo\rthree\n")));
+    QVERIFY(m_heard.contains(QStringLiteral("ERROR: four")));
+}
+
+void TransferToolTest::aStopEndsTheTool_data()
+{
+    QTest::addColumn<QByteArray>("onTerm");
+    QTest::addColumn<bool>("beforeLaunch");
+    QTest::addColumn<bool>("cancelled");
+    QTest::newRow("while it runs") << QByteArray("exit 1") << false << true;
+    QTest::newRow("dies of it") << QByteArray("trap - TERM; kill -TERM $$") << false << true;
+    QTest::newRow("finishes all the same") << QByteArray("exit 0") << false << false;
+    QTest::newRow("before the launch") << QByteArray("exit 1") << true << true;
+}
+
+void TransferToolTest::aStopEndsTheTool()
+{
+    QFETCH(QByteArray, onTerm);
+    QFETCH(bool, beforeLaunch);
+    QFETCH(bool, cancelled);
+
+    const ScriptedTool tool("trap 'echo stopping; " + onTerm +
+                            "' TERM; echo ready; while :; do sleep 0.05; done");
+    std::stop_source stop;
+    if (beforeLaunch) {
+        stop.request_stop();
+    }
+    const QFuture<TransferOutcome> future = start(tool, stop.get_token());
+    if (!beforeLaunch) {
+        QVERIFY(hears(QStringLiteral("ready")));
+        stop.request_stop();
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(future.isFinished(), 20'000);
+    QCOMPARE(future.result().cancelled, cancelled);
+    QCOMPARE(future.result().succeeded(), !cancelled);
+    QVERIFY(!future.result().failure);
+    QVERIFY(beforeLaunch || m_heard.join(QString()).contains(QLatin1StringView("stopping")));
+}
+
+void TransferToolTest::killToolsEndsWhatIgnoresAStop()
+{
+    const ScriptedTool tool("trap '' TERM; echo ready; while :; do sleep 0.05; done");
+    std::stop_source stop;
+    const QFuture<TransferOutcome> future = start(tool, stop.get_token());
+    QVERIFY(hears(QStringLiteral("ready")));
+    stop.request_stop();
+    const int before = m_refreshes;
+    QTRY_VERIFY(m_refreshes > before + 3); // it lives on, and the main thread with it
+    QVERIFY(!future.isFinished());
+    Q_EMIT m_activity.killTools();
+    QTRY_VERIFY_WITH_TIMEOUT(future.isFinished(), 20'000);
+    QVERIFY(future.result().cancelled);
+}
+
+void TransferToolTest::theLogIsRefreshedWhileTheToolIsSilent()
+{
+    const ScriptedTool tool("read -r -t 20 line < <(until [ -e \"$home/go\" ]; do sleep 0.05; done; echo x)");
+    const QFuture<TransferOutcome> future = start(tool, {});
+    QTRY_VERIFY_WITH_TIMEOUT(m_refreshes >= 5, 20'000);
+    QVERIFY(m_heard.isEmpty());
+    tool.make("go");
+    QTRY_VERIFY_WITH_TIMEOUT(future.isFinished(), 20'000);
+}
+
+void TransferToolTest::nothingIsLeftBehind()
+{
+    run(ScriptedTool("exit 0")); // what is opened once and kept
+    const int before = openDescriptors();
+    for (int i = 0; i < 5; ++i) {
+        QVERIFY(run(ScriptedTool("echo x; echo y >&2")).succeeded());
+    }
+    QTRY_VERIFY(m_activity.children().isEmpty());
+    QCOMPARE(openDescriptors(), before);
+}
+
+QTEST_GUILESS_MAIN(TransferToolTest)
+#include "tst_transfertool.moc"

@@ -1,0 +1,403 @@
+#include "app/tessary_macos_uploaderApp.h"
+#include "local/LocalService.h"
+#include "tests/support/CapturedOutput.h"
+#include "tests/support/ScriptedTool.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace tessary;
+using local::Fault;
+using local::LocalService;
+
+namespace {
+
+const QString separate = QStringLiteral("Separate");
+const QString completed = QStringLiteral("Upload completed successfully!");
+const QString canceled = QStringLiteral("Upload canceled");
+
+/// Notes its file and URL, says so, and then waits for a file named "go" (or "go-FILE") before it exits.
+const QByteArray patientTool = R"(
+    name=$(basename "$2"); trap 'echo "stopped $name"; exit 1' TERM
+    printf '%s %s\n' "$name" "$3" >> "$home/runs"
+    echo "copying $name"
+    until [ -e "$home/go" ] || [ -e "$home/go-$name" ]; do sleep 0.02; done
+    echo "copied $name")";
+
+/// A program without a screen: its state objects against a local service and a scripted tool.
+class Bench
+{
+public:
+    explicit Bench(const QByteArray& script)
+        : tool(script),
+          app({service.baseUrl(), m_folder.path(), tool.folder()}),
+          screen(app.makeUploaderState())
+    {
+        app.sessionManager()->setApiKey(local::localWorkspaces().at(0).key);
+        QObject::connect(screen.get(), &FileUploaderState::statusMessageChanged, &app,
+                         [this, state = screen.get()] { statuses.append(state->statusMessage()); });
+    }
+
+    void choose(const QString& format = QStringLiteral("2D")) const
+    {
+        screen->selectFormat(format);
+        screen->setSelectedFile(QUrl::fromLocalFile(QStringLiteral("/videos/clip.mov")));
+        screen->setSelectedFileLeft(QUrl::fromLocalFile(QStringLiteral("/videos/left.mov")));
+        screen->setSelectedFileRight(QUrl::fromLocalFile(QStringLiteral("/videos/right.mov")));
+        screen->setVideoName(QStringLiteral("My %1 video"));
+    }
+
+    void startUpload(const QString& format = QStringLiteral("2D")) const
+    {
+        choose(format);
+        screen->startUpload();
+    }
+
+    [[nodiscard]] bool logHas(const char* text) const
+    {
+        return QTest::qWaitFor([&] { return screen->logs().contains(QLatin1StringView(text)); }, 20'000);
+    }
+
+    [[nodiscard]] bool reaches(const QString& status) const
+    {
+        return QTest::qWaitFor([&] { return screen->statusMessage() == status; }, 20'000);
+    }
+
+    [[nodiscard]] bool isIdle() const
+    {
+        return QTest::qWaitFor([&] { return !app.uploadActivity()->underWay(); }, 20'000);
+    }
+
+    [[nodiscard]] std::size_t registrations() const
+    {
+        return service.requestsTo(LocalService::registrationPath).size();
+    }
+
+private:
+    QTemporaryDir m_folder;
+
+public:
+    LocalService service;
+    ScriptedTool tool;
+    mutable tessary_macos_uploaderApp app;
+    std::shared_ptr<FileUploaderState> screen;
+    QStringList statuses;
+};
+
+} // namespace
+
+class WorkflowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void missingInputs_data();
+    void missingInputs();
+    void oneFile();
+    void twoFilesWhoseUrlsAnswerInReverse();
+    void failures_data();
+    void failures();
+    void aFailedTransferWaitsForTheOther_data();
+    void aFailedTransferWaitsForTheOther();
+    void aFailedRequestCancelsTheOther();
+    void registrationFailures_data();
+    void registrationFailures();
+    void cancelling();
+    void cancellingARequest();
+    void aSupersededUploadIsMute_data();
+    void aSupersededUploadIsMute();
+    void anUploadOutlivesItsScreen();
+    void endingEverything();
+};
+
+void WorkflowTest::missingInputs_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("missing");
+    QTest::addColumn<QString>("status"); // empty when the upload starts
+    const QString one = QStringLiteral("Select a file and enter a name.");
+    const QString both = QStringLiteral("Select both files and enter a name.");
+    QTest::newRow("file") << QStringLiteral("2D") << QStringLiteral("selectedFile") << one;
+    QTest::newRow("name") << QStringLiteral("2D") << QStringLiteral("videoName") << one;
+    QTest::newRow("left") << separate << QStringLiteral("selectedFileLeft") << both;
+    QTest::newRow("right") << separate << QStringLiteral("selectedFileRight") << both;
+    QTest::newRow("name of two") << separate << QStringLiteral("videoName") << both;
+    QTest::newRow("name of spaces") << QStringLiteral("2D") << QString() << QString();
+}
+
+void WorkflowTest::missingInputs()
+{
+    QFETCH(QString, format);
+    QFETCH(QString, missing);
+    QFETCH(QString, status);
+    const Bench bench(patientTool);
+    bench.choose(format);
+    if (missing.isEmpty()) {
+        bench.screen->setVideoName(QStringLiteral("   "));
+    } else {
+        const QByteArray property = missing.toLatin1();
+        const QVariant none =
+            missing == QLatin1StringView("videoName") ? QVariant(QString()) : QVariant(QUrl());
+        QVERIFY(bench.screen->setProperty(property.constData(), none));
+    }
+    QCOMPARE(bench.screen->inputsReady(), status.isEmpty());
+    bench.screen->startUpload();
+    QCOMPARE(bench.screen->isUploading(), status.isEmpty());
+    QCOMPARE(bench.screen->statusMessage(),
+             status.isEmpty() ? QStringLiteral("Requesting upload URL...") : status);
+    bench.screen->cancelUpload();
+    QVERIFY(bench.isIdle());
+}
+
+void WorkflowTest::oneFile()
+{
+    Bench bench(R"(printf '\r50.0 %%, 2-sec Throughput (Mb/s): 8.5'; sleep 0.1; echo done)");
+    bench.screen->processOutput(QStringLiteral("of an earlier upload 60 %"));
+    bench.startUpload();
+    QVERIFY(bench.reaches(completed));
+    QVERIFY(!bench.screen->isUploading());
+    QVERIFY(bench.screen->showSuccessAnimation());
+    bench.screen->setVideoName(QStringLiteral("Late 100% name")); // the registration takes what it finds
+    QVERIFY(bench.isIdle());
+
+    QCOMPARE(bench.statuses, (QStringList{QStringLiteral("Requesting upload URL..."),
+                                          QStringLiteral("Uploading..."), completed}));
+    QCOMPARE(bench.screen->progress(), 0.5);
+    QCOMPARE(bench.registrations(), std::size_t{1});
+    const local::RegisteredVideo& video = bench.service.library().videos().at(0);
+    QCOMPARE(video.videoName, QStringLiteral("Late 100% name"));
+    QCOMPARE(video.fileFormat3D, QStringLiteral("2D"));
+    QVERIFY(!video.is3D && !video.uploadedUrlRight);
+    QCOMPARE(video.perspective, 60);
+    QCOMPARE(video.uploadedUrl, bench.service.library().issuedUrls().at(0).section(u'?', 0, 0));
+    // The name's percent sign makes a progress report of the registration line.
+    QCOMPARE(bench.screen->logs(),
+             QStringLiteral("Received Upload Sessions\n\n50.0%: 8.5 (Mb/s)\ndone\n\n0.0%\n"));
+
+    bench.screen->successOverlayAppeared(); // the overlay's own timer, beside the workflow's
+    QTRY_VERIFY(!bench.screen->showSuccessAnimation());
+}
+
+void WorkflowTest::twoFilesWhoseUrlsAnswerInReverse()
+{
+    Bench bench(patientTool);
+    bench.tool.make("go");
+    bench.service.answerInReverse(LocalService::uploadUrlPath, 2);
+    bench.startUpload(separate);
+    QVERIFY(bench.reaches(completed));
+    QVERIFY(bench.isIdle());
+
+    const QStringList issued = bench.service.library().issuedUrls(); // left's, right's; right's answers first
+    const QByteArray runs = bench.tool.content("runs");
+    QVERIFY(runs.contains("left.mov " + issued.at(1).toUtf8() + '\n'));
+    QVERIFY(runs.contains("right.mov " + issued.at(0).toUtf8() + '\n'));
+    const local::RegisteredVideo& video = bench.service.library().videos().at(0);
+    QCOMPARE(video.uploadedUrl, issued.at(1).section(u'?', 0, 0));
+    QCOMPARE(video.uploadedUrlRight, issued.at(0).section(u'?', 0, 0));
+    QCOMPARE(video.videoName, QStringLiteral("My %1 video"));
+    QVERIFY(bench.logHas("0.0%\n")); // the same, by the name's place marker
+}
+
+void WorkflowTest::failures_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QByteArray>("urlAnswer"); // empty for the service's own
+    QTest::addColumn<bool>("signedIn");
+    QTest::addColumn<QString>("description");
+    const QByteArray good = "exit 0";
+    QTest::newRow("status of the tool")
+        << QByteArray("exit 7") << QByteArray() << true << QStringLiteral("AzCopy exited with code 7");
+    QTest::newRow("no upload URL") << good << QByteArray("{}") << true
+                                   << QStringLiteral("\"sasUrl\" is missing");
+    QTest::newRow("signed out") << good << QByteArray() << false << QStringLiteral("signed out");
+}
+
+void WorkflowTest::failures()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(QByteArray, urlAnswer);
+    QFETCH(bool, signedIn);
+    QFETCH(QString, description);
+
+    Bench bench(script);
+    if (!urlAnswer.isEmpty()) {
+        bench.service.addFault(LocalService::uploadUrlPath, Fault::answered({200, urlAnswer}));
+    }
+    if (!signedIn) {
+        bench.app.sessionManager()->setApiKey(std::nullopt);
+    }
+    const CapturedOutput output;
+    bench.startUpload();
+    QVERIFY(bench.isIdle());
+    const QString status = bench.screen->statusMessage();
+    QVERIFY2(status.startsWith(QLatin1StringView("Error: ")) && status.contains(description),
+             qPrintable(status));
+    QVERIFY(bench.screen->logs().endsWith(QLatin1StringView("Upload ") + status + u'\n'));
+    QCOMPARE(output.text(), status.mid(7).toUtf8() + '\n');
+    QVERIFY(!bench.screen->isUploading());
+    QCOMPARE(bench.registrations(), std::size_t{0});
+
+    bench.startUpload(); // ready for the next
+    QCOMPARE(bench.screen->logs(), QString());
+    QVERIFY(bench.isIdle());
+}
+
+void WorkflowTest::aFailedTransferWaitsForTheOther_data()
+{
+    QTest::addColumn<bool>("cancelTheOther");
+    QTest::newRow("which ends well") << false;
+    QTest::newRow("which is cancelled") << true;
+}
+
+void WorkflowTest::aFailedTransferWaitsForTheOther()
+{
+    QFETCH(bool, cancelTheOther);
+    Bench bench("case $2 in *left*) exit 4;; esac" + patientTool);
+    bench.startUpload(separate);
+    QVERIFY(bench.logHas("copying right.mov"));
+    QTest::qWait(200); // the left one has failed long since
+    QCOMPARE(bench.screen->statusMessage(), QStringLiteral("Uploading..."));
+    if (cancelTheOther) {
+        bench.screen->cancelUpload();
+    } else {
+        bench.tool.make("go");
+    }
+    QVERIFY(bench.isIdle());
+    QCOMPARE(bench.screen->statusMessage(), QStringLiteral("Error: AzCopy exited with code 4"));
+    QCOMPARE(bench.registrations(), std::size_t{0});
+}
+
+void WorkflowTest::aFailedRequestCancelsTheOther()
+{
+    Bench bench(patientTool);
+    bench.service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
+    bench.service.addFault(LocalService::uploadUrlPath, Fault::answered({500, "no"}));
+    bench.startUpload(separate);
+    QVERIFY(bench.isIdle());
+    QVERIFY(bench.screen->statusMessage().contains(QLatin1StringView("did not answer with an upload URL")));
+    QVERIFY(!bench.tool.has("runs"));
+}
+
+void WorkflowTest::registrationFailures_data()
+{
+    QTest::addColumn<bool>("signedIn");
+    QTest::addColumn<QString>("log");
+    QTest::newRow("no entry") << true
+                              << QStringLiteral("API Error: The operation couldn’t be completed. "
+                                                "(tessary_macos_uploader.LibraryDataError error 1.)\n\n");
+    QTest::newRow("signed out") << false
+                                << QStringLiteral(
+                                       "API Error: You have been signed out. Sign in and upload again.\n\n");
+}
+
+void WorkflowTest::registrationFailures()
+{
+    QFETCH(bool, signedIn);
+    QFETCH(QString, log);
+    Bench bench("exit 0");
+    bench.service.addFault(LocalService::registrationPath, Fault::answered({500, "{}"}));
+    bench.startUpload();
+    QVERIFY(bench.reaches(completed));
+    if (!signedIn) {
+        bench.app.sessionManager()->setApiKey(std::nullopt);
+    }
+    bench.screen->cancelUpload(); // an ended upload: only the status changes
+    bench.screen->setStatusMessage(completed);
+    QVERIFY(bench.isIdle());
+    QVERIFY2(bench.screen->logs().endsWith(log), qPrintable(bench.screen->logs()));
+    QCOMPARE(bench.screen->statusMessage(), completed);
+    QVERIFY(!bench.screen->isUploading());
+}
+
+void WorkflowTest::cancelling()
+{
+    Bench bench(patientTool);
+    bench.startUpload(separate);
+    QVERIFY(bench.logHas("copying left.mov") && bench.logHas("copying right.mov"));
+    const QString before = bench.screen->logs();
+    bench.screen->cancelUpload();
+    QVERIFY(!bench.screen->isUploading());
+    QCOMPARE(bench.screen->statusMessage(), canceled);
+    QCOMPARE(bench.screen->logs(), before);
+    QVERIFY(bench.isIdle());
+    QCOMPARE(bench.screen->statusMessage(), canceled);
+    QVERIFY(bench.logHas("stopped left.mov") && bench.logHas("stopped right.mov"));
+    QVERIFY(bench.screen->logs().endsWith(QLatin1StringView("Upload canceled by user\n")));
+    QCOMPARE(bench.registrations(), std::size_t{0});
+}
+
+void WorkflowTest::cancellingARequest()
+{
+    Bench bench(patientTool);
+    bench.service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
+    bench.startUpload();
+    QTRY_COMPARE(bench.service.requests().size(), std::size_t{1});
+    bench.screen->cancelUpload();
+    QCOMPARE(bench.screen->statusMessage(), canceled);
+    QVERIFY(bench.isIdle());
+    QCOMPARE(bench.screen->statusMessage(),
+             QStringLiteral("Error: The request was abandoned because the upload was canceled."));
+}
+
+void WorkflowTest::aSupersededUploadIsMute_data()
+{
+    QTest::addColumn<QByteArray>("onTerm");
+    QTest::newRow("ends as cancelled") << QByteArray("echo noise; sleep 0.3; exit 1");
+    QTest::newRow("ends well all the same") << QByteArray("echo noise; sleep 0.3; exit 0");
+}
+
+void WorkflowTest::aSupersededUploadIsMute()
+{
+    QFETCH(QByteArray, onTerm);
+    Bench bench("if [ ! -e $home/second ]; then trap '" + onTerm +
+                "' TERM; echo first; while :; do sleep 0.02; done; fi" + patientTool);
+    bench.startUpload();
+    QVERIFY(bench.logHas("first"));
+    bench.tool.make("second");
+    bench.screen->cancelUpload();
+    bench.screen->setSelectedFile(QUrl::fromLocalFile(QStringLiteral("/videos/second.mov")));
+    bench.screen->startUpload();
+    bench.statuses.clear();
+    QVERIFY(bench.logHas("copying second.mov"));
+    QTest::qWait(500); // the first one has wound down
+    QVERIFY(bench.screen->isUploading());
+    QCOMPARE(bench.screen->logs(), QStringLiteral("Received Upload Sessions\n\ncopying second.mov\n\n"));
+    bench.tool.make("go");
+    QVERIFY(bench.isIdle());
+    QCOMPARE(bench.statuses, (QStringList{QStringLiteral("Uploading..."), completed}));
+    QCOMPARE(bench.registrations(), std::size_t{1});
+}
+
+void WorkflowTest::anUploadOutlivesItsScreen()
+{
+    Bench bench(patientTool);
+    bench.startUpload();
+    const std::weak_ptr<FileUploaderState> state = bench.screen;
+    QVERIFY(bench.logHas("copying clip.mov"));
+    bench.screen.reset();
+    QVERIFY(!state.expired());
+    bench.tool.make("go");
+    QVERIFY(bench.isIdle());
+    QCOMPARE(bench.registrations(), std::size_t{1});
+    QTRY_VERIFY(state.expired());
+}
+
+void WorkflowTest::endingEverything()
+{
+    Bench bench("trap '' TERM" + patientTool.split('\n').mid(2).join('\n'));
+    bench.startUpload();
+    QTRY_VERIFY(bench.tool.has("runs"));
+    QSignalSpy ended(bench.app.uploadActivity(), &UploadActivity::ended);
+    QSignalSpy killing(bench.app.uploadActivity(), &UploadActivity::killTools);
+    bench.app.uploadActivity()->endAll();
+    QCOMPARE(ended.count(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 20'000);
+    QCOMPARE(killing.count(), 1); // the tool would not listen
+    QVERIFY(bench.isIdle());
+    bench.app.uploadActivity()->endAll();
+    QCOMPARE(ended.count(), 2); // at once when nothing runs
+}
+
+QTEST_GUILESS_MAIN(WorkflowTest)
+#include "tst_workflow.moc"

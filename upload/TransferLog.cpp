@@ -1,0 +1,160 @@
+#include "upload/TransferLog.h"
+
+#include <QByteArray>
+
+#include <unicode/ubrk.h>
+
+#include <array>
+#include <charconv>
+#include <clocale>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <optional>
+
+namespace tessary {
+namespace {
+
+constexpr QLatin1StringView rateMark("(Mb/s): ");
+
+bool isChatter(const QString& text)
+{
+    return text.contains(QLatin1StringView("Log file is located at")) ||
+           text.contains(QLatin1StringView("Number of")) ||
+           text.contains(QLatin1StringView("A newer version"));
+}
+
+/// Reads the whole text as a number, whatever the user's locale; 0 for any text that is none.
+double readNumber(const QString& text)
+{
+    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    const QByteArray bytes = text.toUtf8();
+    constexpr QByteArrayView whiteSpace(" \t\n\v\f\r");
+    if (bytes.isEmpty() || whiteSpace.contains(bytes.front())) {
+        return 0;
+    }
+    char* end = nullptr;
+    const double number = strtod_l(bytes.constData(), &end, plain);
+    return end == bytes.cend() ? number : 0;
+}
+
+/// The shortest decimal form that reads back as the same number, with at least one digit after the point.
+QString writeNumber(double number)
+{
+    if (std::isnan(number)) {
+        return QStringLiteral("nan");
+    }
+    // The longest is the smallest denormal: a sign, "0.", 323 zeros and a digit.
+    std::array<char, 400> buffer{};
+    const auto written = std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::fixed);
+    const QString text = QString::fromLatin1(buffer.data(), written.ptr - buffer.data());
+    return std::isinf(number) || text.contains(u'.') ? text : text + QLatin1StringView(".0");
+}
+
+double readPercentage(const QString& report)
+{
+    QStringView number(report);
+    if (const qsizetype mark = number.indexOf(QLatin1StringView(" %")); mark >= 0) {
+        number.truncate(mark);
+    }
+    while (number.startsWith(u'\r')) {
+        number = number.sliced(1);
+    }
+    while (number.endsWith(u'\r')) {
+        number.chop(1);
+    }
+    return readNumber(number.toString());
+}
+
+QString progressEntry(const QString& report, double percentage)
+{
+    QString entry = writeNumber(percentage) + u'%';
+    if (const qsizetype mark = report.indexOf(rateMark); mark >= 0) {
+        const qsizetype begin = mark + rateMark.size();
+        const qsizetype next = report.indexOf(rateMark, begin);
+        entry += QLatin1StringView(": ") + report.mid(begin, next < 0 ? -1 : next - begin) +
+                 QLatin1StringView(" (Mb/s)");
+    }
+    return entry + u'\n';
+}
+
+/// Where the last `count` characters begin, if that can be told without the segmenter. Below U+0300 every
+/// code unit is a character of its own, but for the pair of carriage return and line feed.
+std::optional<qsizetype> beginOfLastPlain(const QString& text, int count)
+{
+    constexpr char16_t firstCombining = 0x0300;
+    const auto isPlain = [&text](qsizetype at) { return text.at(at).unicode() < firstCombining; };
+    qsizetype begin = text.size();
+    for (int found = 0; found < count && begin > 0; ++found) {
+        --begin;
+        if (!isPlain(begin)) {
+            return std::nullopt;
+        }
+        if (text.at(begin) == u'\n' && begin > 0 && text.at(begin - 1) == u'\r') {
+            --begin;
+        }
+    }
+    // What stands before the cut could still join the first character after it.
+    return begin == 0 || isPlain(begin - 1) ? std::optional(begin) : std::nullopt;
+}
+
+/// Where the last `count` user-perceived characters begin; 0 when there are no more than that.
+qsizetype beginOfLast(const QString& text, int count)
+{
+    if (text.size() <= count) {
+        return 0;
+    }
+    if (const std::optional<qsizetype> begin = beginOfLastPlain(text, count)) {
+        return *begin;
+    }
+    // Opening a segmenter costs far more than a pass with one.
+    static UErrorCode status = U_ZERO_ERROR;
+    static const std::unique_ptr<UBreakIterator, decltype(&ubrk_close)> characters(
+        ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status), &ubrk_close);
+    if (!characters || text.size() > std::numeric_limits<int32_t>::max()) {
+        return text.size() - count;
+    }
+    status = U_ZERO_ERROR;
+    ubrk_setText(characters.get(), reinterpret_cast<const UChar*>(text.utf16()),
+                 static_cast<int32_t>(text.size()), &status);
+    int32_t begin = ubrk_last(characters.get());
+    for (int found = 0; found < count && begin > 0; ++found) {
+        begin = ubrk_previous(characters.get());
+    }
+    return begin;
+}
+
+} // namespace
+
+void TransferLog::clear()
+{
+    m_logs.clear();
+    m_progress = 0;
+}
+
+TransferLog::Effect TransferLog::processOutput(const QString& text)
+{
+    if (isChatter(text)) {
+        return Effect::Ignored;
+    }
+    if (!text.contains(u'%')) {
+        append(text + u'\n');
+        return Effect::Logged;
+    }
+    const double percentage = readPercentage(text);
+    append(progressEntry(text, percentage));
+    if (percentage == 0) {
+        return Effect::Logged;
+    }
+    m_progress = percentage / 100;
+    return Effect::LoggedWithProgress;
+}
+
+void TransferLog::append(const QString& entry)
+{
+    m_logs += entry;
+    m_logs.remove(0, beginOfLast(m_logs, maxLogLength));
+}
+
+} // namespace tessary

@@ -1,0 +1,159 @@
+#include "upload/TransferTool.h"
+
+#include "upload/UploadActivity.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QProcess>
+#include <QPromise>
+#include <QStringDecoder>
+#include <QTimer>
+
+#include <chrono>
+#include <csignal>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace tessary {
+namespace {
+
+const QString toolDomain = QStringLiteral("AzCopy");
+constexpr std::chrono::milliseconds refreshInterval{50};
+
+/// The chunk as text; none when it is not valid UTF-8 from its first byte to its last.
+std::optional<QString> decode(const QByteArray& chunk)
+{
+    // Without a state, so that a character cut off at the end is an error and not kept for a next chunk.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    QString text = decoder(chunk);
+    return decoder.hasError() ? std::nullopt : std::optional(text);
+}
+
+/// One run of the tool. It belongs to the activity, deletes itself when the tool has ended, and fulfils its
+/// promise once, also when it goes before that.
+class Transfer : public QObject
+{
+public:
+    Transfer(TransferListener listener, std::stop_token stop, UploadActivity& activity)
+        : QObject(&activity), m_listener(std::move(listener)), m_stop(std::move(stop))
+    {
+        m_promise.start();
+        m_refresher.setInterval(refreshInterval);
+        connect(&m_refresher, &QTimer::timeout, this, [this] { m_listener.refresh(); });
+
+        connect(&m_process, &QProcess::readyReadStandardOutput, this,
+                [this] { forward(m_process.readAllStandardOutput(), {}); });
+        connect(&m_process, &QProcess::readyReadStandardError, this,
+                [this] { forward(m_process.readAllStandardError(), QStringLiteral("ERROR: ")); });
+        connect(&m_process, &QProcess::started, this, &Transfer::watch);
+        connect(&m_process, &QProcess::errorOccurred, this, &Transfer::noticeError);
+        connect(&m_process, &QProcess::finished, this, &Transfer::finish);
+        connect(&activity, &UploadActivity::killTools, &m_process, &QProcess::kill);
+    }
+
+    ~Transfer() override { fulfil({true, std::nullopt}); }
+
+    Q_DISABLE_COPY_MOVE(Transfer)
+
+    QFuture<TransferOutcome> start(const QString& tool, const QStringList& arguments)
+    {
+        QFuture<TransferOutcome> outcome = m_promise.future();
+        m_process.setInputChannelMode(QProcess::ForwardedInputChannel);
+        m_process.setChildProcessModifier([parent = getpid()] {
+            // The tool must not outlive a program that was killed, nor one that was killed since the fork.
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            if (getppid() != parent) {
+                _exit(EXIT_FAILURE);
+            }
+        });
+        m_process.start(tool, arguments, QIODevice::ReadOnly);
+        return outcome;
+    }
+
+private:
+    void watch()
+    {
+        m_refresher.start();
+        // A stop that came before the launch is acted on here, and any later one when it comes.
+        m_onStop.emplace(m_stop, [this] { m_process.terminate(); });
+    }
+
+    void forward(const QByteArray& chunk, const QString& prefix)
+    {
+        const std::optional<QString> text = decode(chunk);
+        if (text && !text->isEmpty()) {
+            m_listener.output(prefix + *text);
+        }
+    }
+
+    void noticeError(QProcess::ProcessError error)
+    {
+        // Any other error has a running or an ended process, whose exit tells the outcome.
+        if (error == QProcess::FailedToStart) {
+            end({false, Error(QStringLiteral("QProcess"), error, m_process.errorString())});
+        }
+    }
+
+    void finish(int statusOrSignal)
+    {
+        if (statusOrSignal == 0 && m_process.exitStatus() == QProcess::NormalExit) {
+            end({});
+        } else if (m_stop.stop_requested()) {
+            end({true, std::nullopt});
+        } else {
+            end({false, Error(toolDomain, statusOrSignal,
+                              QStringLiteral("AzCopy exited with code %1").arg(statusOrSignal))});
+        }
+    }
+
+    void end(const TransferOutcome& outcome)
+    {
+        m_onStop.reset();
+        m_refresher.stop();
+        fulfil(outcome);
+        deleteLater();
+    }
+
+    void fulfil(const TransferOutcome& outcome)
+    {
+        if (!std::exchange(m_fulfilled, true)) {
+            m_promise.addResult(outcome);
+            m_promise.finish();
+        }
+    }
+
+    TransferListener m_listener;
+    std::stop_token m_stop;
+    QPromise<TransferOutcome> m_promise;
+    bool m_fulfilled = false;
+    QTimer m_refresher;
+    QProcess m_process;
+    std::optional<std::stop_callback<std::function<void()>>> m_onStop;
+};
+
+} // namespace
+
+QString standardResourcesFolder()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/resources");
+}
+
+QFuture<TransferOutcome> uploadFile(const QUrl& fileURL, const QString& sasUrl,
+                                    const QString& resourcesFolder, TransferListener listener,
+                                    const std::stop_token& stop, UploadActivity& activity)
+{
+    const QString tool = resourcesFolder + QStringLiteral("/azcopy");
+    if (!QFileInfo::exists(tool)) {
+        return QtFuture::makeReadyFuture(
+            TransferOutcome{false, Error(toolDomain, 1, QStringLiteral("AzCopy binary not found"))});
+    }
+    const QStringList arguments{
+        QStringLiteral("copy"),      fileURL.toLocalFile(),       sasUrl,
+        QStringLiteral("--from-to"), QStringLiteral("LocalBlob"), QStringLiteral("--log-level"),
+        QStringLiteral("INFO"),
+    };
+    return (new Transfer(std::move(listener), stop, activity))->start(tool, arguments);
+}
+
+} // namespace tessary

@@ -1,0 +1,263 @@
+#include "upload/UploadWorkflow.h"
+
+#include "app/SessionManager.h"
+#include "service/Diagnostics.h"
+#include "service/VideoFormat.h"
+#include "upload/Completions.h"
+#include "upload/FileName.h"
+#include "upload/TransferTool.h"
+#include "upload/UploadActivity.h"
+
+#include <QCoro/QCoroFuture>
+#include <QCoro/QCoroTask>
+
+#include <functional>
+#include <variant>
+
+namespace tessary {
+namespace {
+
+/// One upload under way, shared by its tasks.
+struct Upload
+{
+    std::shared_ptr<FileUploaderState> screen;
+    std::shared_ptr<UploadTask> task;
+    QList<QUrl> files;
+    std::shared_ptr<UploadActivity::Entry> entry;
+
+    [[nodiscard]] bool isCancelled() const { return task->stop.stop_requested(); }
+
+    /// The screen, while this upload may be heard on it. One that was cancelled and followed by a new one may
+    /// not: its tool talks on for seconds, and none of that belongs to the new upload.
+    [[nodiscard]] FileUploaderState* audience() const
+    {
+        return isCancelled() && screen->currentUploadTask() != task ? nullptr : screen.get();
+    }
+};
+
+using UploadRef = std::shared_ptr<const Upload>;
+using UrlOutcome = std::variant<QString, Error>;
+
+/// The end of an upload by its cancellation, which is no error.
+struct Cancellation
+{
+};
+
+QString requireApiKey(const UploadSurroundings& surroundings)
+{
+    const std::optional<QString>& apiKey = surroundings.sessionManager->apiKey();
+    if (!apiKey) {
+        throw Error(QStringLiteral("tessary_macos_uploader.SessionManager"), 0,
+                    QStringLiteral("You have been signed out. Sign in and upload again."));
+    }
+    return *apiKey;
+}
+
+QCoro::Task<> requestUrl(UploadRef upload, QString fileName, std::stop_token stop,
+                         std::shared_ptr<Completions<UrlOutcome>> completions)
+{
+    std::optional<UrlOutcome> outcome;
+    try {
+        const UploadSurroundings& surroundings = upload->screen->surroundings();
+        const QString apiKey = requireApiKey(surroundings);
+        const SASUrlResponse answer =
+            co_await surroundings.apiService.requestUploadURL(apiKey, fileName, stop);
+        outcome = answer.sasUrl;
+    } catch (const Error& error) {
+        outcome = error;
+    }
+    completions->deliver(*outcome);
+}
+
+/// One upload URL per file, in the order in which they come in. Throws the first failure, after all other
+/// requests have been cancelled and have ended.
+QCoro::Task<QStringList> requestUrls(UploadRef upload)
+{
+    std::stop_source requests;
+    const std::stop_callback<std::function<void()>> link(upload->task->stop.get_token(),
+                                                         [requests]() mutable { requests.request_stop(); });
+    const auto count = static_cast<std::size_t>(upload->files.size());
+    const auto completions = std::make_shared<Completions<UrlOutcome>>(count);
+    for (const QUrl& file : upload->files) {
+        requestUrl(upload, fileName(file), requests.get_token(), completions);
+    }
+    QStringList urls;
+    std::optional<Error> failure;
+    bool cancelled = false;
+    for (std::size_t i = 0; i < count; ++i) {
+        const QFuture<UrlOutcome> next = completions->next();
+        const UrlOutcome outcome = co_await next;
+        if (failure || cancelled) {
+            continue;
+        }
+        if (const Error* error = std::get_if<Error>(&outcome)) {
+            failure = *error;
+            requests.request_stop();
+        } else {
+            urls.append(std::get<QString>(outcome));
+            cancelled = upload->isCancelled();
+        }
+    }
+    if (failure) {
+        throw Error(*failure);
+    }
+    if (cancelled) {
+        throw Cancellation();
+    }
+    co_return urls;
+}
+
+QCoro::Task<> transferFile(UploadRef upload, QUrl file, QString url,
+                           std::shared_ptr<Completions<TransferOutcome>> completions)
+{
+    TransferListener listener;
+    listener.output = [upload](const QString& text) {
+        if (FileUploaderState* screen = upload->audience()) {
+            screen->processOutput(text);
+        }
+    };
+    listener.refresh = [upload] {
+        if (FileUploaderState* screen = upload->audience()) {
+            screen->refreshLogs();
+        }
+    };
+    const UploadSurroundings& surroundings = upload->screen->surroundings();
+    const QFuture<TransferOutcome> transfer =
+        uploadFile(file, url, surroundings.resourcesFolder, listener, upload->task->stop.get_token(),
+                   *surroundings.activity);
+    const TransferOutcome outcome = co_await transfer;
+    completions->deliver(outcome);
+}
+
+/// Runs all transfers at the same time and waits for all. Throws the first in time that did not succeed.
+QCoro::Task<> transferFiles(UploadRef upload, QStringList urls)
+{
+    const auto count = static_cast<std::size_t>(qMin(upload->files.size(), urls.size()));
+    const auto completions = std::make_shared<Completions<TransferOutcome>>(count);
+    for (qsizetype i = 0; i < static_cast<qsizetype>(count); ++i) {
+        transferFile(upload, upload->files.at(i), urls.at(i), completions);
+    }
+    std::optional<TransferOutcome> first;
+    for (std::size_t i = 0; i < count; ++i) {
+        const QFuture<TransferOutcome> next = completions->next();
+        const TransferOutcome outcome = co_await next;
+        if (!first && !outcome.succeeded()) {
+            first = outcome;
+        }
+    }
+    if (first && first->failure) {
+        throw Error(*first->failure);
+    }
+    if (first) {
+        throw Cancellation();
+    }
+}
+
+/// Puts the uploaded video into the library, with the form as it is now. Reports to the log only.
+/// @param entry counts the registration as under way until the coroutine ends
+QCoro::Task<> registerVideo(std::shared_ptr<FileUploaderState> screen, QStringList blobs,
+                            [[maybe_unused]] std::shared_ptr<UploadActivity::Entry> entry)
+{
+    QString report;
+    try {
+        const UploadSurroundings& surroundings = screen->surroundings();
+        const QString apiKey = requireApiKey(surroundings);
+        const QString left = blobs.at(0);
+        const std::optional<QString> right = blobs.size() > 1 ? std::optional(blobs.at(1)) : std::nullopt;
+        const QString format = screen->selectedFileFormat();
+        const bool is3D = VideoFormat::is3D(format);
+        const qint64 perspective = VideoFormat::perspectiveNumber(screen->selectedPerspective());
+        const QString name = screen->videoName();
+        const LibraryEntry video = co_await surroundings.apiService.submitLibraryData(
+            apiKey, left, right, format, is3D, perspective, name);
+        // Not QString::arg(): the name may hold a place marker.
+        report = QLatin1StringView("Video uploaded. Library ID: ") + QString::number(video.id) +
+                 QLatin1StringView(", Name: ") + video.videoName + u'\n';
+    } catch (const Error& error) {
+        report = QLatin1StringView("API Error: ") + error.description() + u'\n';
+    }
+    screen->processOutput(report);
+}
+
+void reportStartOfTransfers(const Upload& upload)
+{
+    if (FileUploaderState* screen = upload.audience()) {
+        screen->processOutput(QStringLiteral("Received Upload Sessions\n"));
+        screen->setStatusMessage(QStringLiteral("Uploading..."));
+    }
+}
+
+void reportSuccess(const Upload& upload, const QStringList& urls)
+{
+    FileUploaderState* screen = upload.audience();
+    if (screen == nullptr) {
+        return;
+    }
+    screen->setIsUploading(false);
+    screen->setStatusMessage(QStringLiteral("Upload completed successfully!"));
+    screen->setShowSuccessAnimation(true);
+    screen->hideSuccessAnimationLater();
+
+    QStringList blobs;
+    for (const QString& url : urls) {
+        blobs.append(url.section(u'?', 0, 0));
+    }
+    UploadActivity* activity = screen->surroundings().activity;
+    QMetaObject::invokeMethod(
+        activity,
+        [screen = upload.screen, blobs, entry = activity->begin(std::nullopt)] {
+            registerVideo(screen, blobs, entry);
+        },
+        Qt::QueuedConnection);
+}
+
+void reportFailure(const Upload& upload, const Error& error)
+{
+    FileUploaderState* screen = upload.audience();
+    if (screen != nullptr) {
+        screen->setIsUploading(false);
+    }
+    printLine(error.description());
+    if (screen != nullptr) {
+        screen->setStatusMessage(QLatin1StringView("Error: ") + error.description());
+        screen->processOutput(QLatin1StringView("Upload Error: ") + error.description());
+    }
+}
+
+void reportCancellation(const Upload& upload)
+{
+    if (FileUploaderState* screen = upload.audience()) {
+        screen->setIsUploading(false);
+        screen->setStatusMessage(QStringLiteral("Upload canceled"));
+        screen->processOutput(QStringLiteral("Upload canceled by user"));
+    }
+}
+
+QCoro::Task<> runUpload(UploadRef upload)
+{
+    try {
+        const QStringList urls = co_await requestUrls(upload);
+        reportStartOfTransfers(*upload);
+        co_await transferFiles(upload, urls);
+        reportSuccess(*upload, urls);
+    } catch (const Error& error) {
+        reportFailure(*upload, error);
+    } catch (const Cancellation&) {
+        reportCancellation(*upload);
+    }
+}
+
+} // namespace
+
+void startUploadTask(std::shared_ptr<FileUploaderState> screen, std::shared_ptr<UploadTask> task,
+                     QList<QUrl> files)
+{
+    UploadActivity* activity = screen->surroundings().activity;
+    auto entry = activity->begin(task->stop);
+    const auto upload = std::make_shared<const Upload>(
+        Upload{std::move(screen), std::move(task), std::move(files), std::move(entry)});
+    QMetaObject::invokeMethod(
+        activity, [upload] { runUpload(upload); }, Qt::QueuedConnection);
+}
+
+} // namespace tessary
