@@ -1,14 +1,118 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Tessary
 
+// One window: shows the screen that the application chooses and makes it anew when the choice changes.
 Window {
     id: window
 
     required property Program program
     required property UploaderApp application
 
+    /// Closing this window would end the program, and with it what is under way.
+    function mayClose(): bool {
+        return program.windowCount > 1 || !application.uploadActivity.underWay;
+    }
+
+    function quitOrAsk() {
+        if (application.uploadActivity.underWay)
+            question.active = true;
+        else
+            program.quit();
+    }
+
+    width: 1000
+    height: Math.max(minimumHeight, Math.min(800, Screen.desktopAvailableHeight))
     minimumWidth: 900
     minimumHeight: 600
     title: Qt.application.displayName
+    // Only a window that starts out translucent can ever be; the screens fill all of it.
+    color: Desktop.composited ? Look.transparent : Look.windowBackgroundColor
     visible: true
+    onClosing: close => {
+        close.accepted = mayClose();
+        if (!close.accepted)
+            question.active = true;
+    }
+
+    Loader {
+        id: content
+
+        anchors.fill: parent
+        focus: !question.active
+        enabled: !question.active
+        sourceComponent: {
+            switch (window.application.screen) {
+            case UploaderApp.Login:
+                return login;
+            case UploaderApp.ChangeKey:
+                return changeKey;
+            default:
+                return uploader;
+            }
+        }
+    }
+
+    Component {
+        id: login
+
+        LoginView {
+            focus: true
+            sessionManager: window.application.sessionManager
+        }
+    }
+
+    Component {
+        id: changeKey
+
+        ChangeKey {
+            focus: true
+            sessionManager: window.application.sessionManager
+            appManager: window.application.appManager
+        }
+    }
+
+    Component {
+        id: uploader
+
+        FileUploaderView {
+            focus: true
+            application: window.application
+        }
+    }
+
+    Loader {
+        id: question
+
+        anchors.fill: parent
+        active: false
+        focus: active
+        sourceComponent: QuestionSheet {
+            objectName: "quitQuestion"
+            question: qsTr("Quit while an upload is under way?")
+            explanation: qsTr("What is being uploaded or added to the library now will not be finished.")
+            yes: qsTr("Quit")
+            no: qsTr("Keep Uploading")
+            onAnswered: yes => {
+                question.active = false;
+                if (yes)
+                    window.program.quit();
+            }
+        }
+    }
+
+    Shortcut {
+        sequence: "Ctrl+N"
+        onActivated: window.program.openWindow()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: window.close()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: window.quitOrAsk()
+    }
 }

@@ -11,7 +11,10 @@
 
 namespace tessary {
 
-Program::Program(Places places) : m_application(std::move(places)), m_windowComponent(&m_engine)
+Program::Program(Places places)
+    : m_application(std::move(places)),
+      m_suspendInhibitor(*m_application.uploadActivity(), QDBusConnection::sessionBus()),
+      m_windowComponent(&m_engine)
 {
     QGuiApplication::setApplicationName(QStringLiteral("tessary_macos_uploader"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessary Uploader"));

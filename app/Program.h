@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/SuspendInhibitor.h"
 #include "app/tessary_macos_uploaderApp.h"
 
 #include <QObject>
@@ -48,6 +49,7 @@ private:
     void forgetWindow(const QQuickWindow* window);
 
     tessary_macos_uploaderApp m_application;
+    SuspendInhibitor m_suspendInhibitor;
     QQmlEngine m_engine; ///< after the state it shows, so that it goes first
     QQmlComponent m_windowComponent;
     std::vector<std::unique_ptr<QQuickWindow>> m_windows;

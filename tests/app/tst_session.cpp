@@ -239,7 +239,8 @@ void SessionTest::changingTheKey()
         return;
     }
     QStringList stored;
-    connect(&session, &SessionManager::storedApiKeyChanged, this, [&] { stored.append(session.storedApiKey()); });
+    connect(&session, &SessionManager::storedApiKeyChanged, this,
+            [&] { stored.append(session.storedApiKey()); });
     form.submitKey();
     QCOMPARE(session.storedApiKey(), studioKey); // the task writes, not the click
     QTRY_VERIFY(!stored.isEmpty());

@@ -7,7 +7,8 @@
 
 namespace tessary {
 
-/// Takes what is written to standard output for as long as it lives.
+/// Takes what is written to standard output for as long as it lives, and passes it on at its end: a failed
+/// comparison reports there, too.
 class CapturedOutput
 {
 public:
@@ -24,6 +25,8 @@ public:
         std::fflush(stdout);
         dup2(m_before, STDOUT_FILENO);
         close(m_before);
+        const QByteArray written = text();
+        std::fwrite(written.constData(), 1, static_cast<std::size_t>(written.size()), stdout);
     }
 
     Q_DISABLE_COPY_MOVE(CapturedOutput)

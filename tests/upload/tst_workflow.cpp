@@ -1,11 +1,7 @@
-#include "app/tessary_macos_uploaderApp.h"
-#include "local/LocalService.h"
+#include "tests/support/Bench.h"
 #include "tests/support/CapturedOutput.h"
-#include "tests/support/ScriptedTool.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace tessary;
 using local::Fault;
@@ -24,66 +20,6 @@ const QByteArray patientTool = R"(
     echo "copying $name"
     until [ -e "$home/go" ] || [ -e "$home/go-$name" ]; do sleep 0.02; done
     echo "copied $name")";
-
-/// A program without a screen: its state objects against a local service and a scripted tool.
-class Bench
-{
-public:
-    explicit Bench(const QByteArray& script)
-        : tool(script),
-          app({service.baseUrl(), m_folder.path(), tool.folder()}),
-          screen(app.makeUploaderState())
-    {
-        app.sessionManager()->setApiKey(local::localWorkspaces().at(0).key);
-        QObject::connect(screen.get(), &FileUploaderState::statusMessageChanged, &app,
-                         [this, state = screen.get()] { statuses.append(state->statusMessage()); });
-    }
-
-    void choose(const QString& format = QStringLiteral("2D")) const
-    {
-        screen->selectFormat(format);
-        screen->setSelectedFile(QUrl::fromLocalFile(QStringLiteral("/videos/clip.mov")));
-        screen->setSelectedFileLeft(QUrl::fromLocalFile(QStringLiteral("/videos/left.mov")));
-        screen->setSelectedFileRight(QUrl::fromLocalFile(QStringLiteral("/videos/right.mov")));
-        screen->setVideoName(QStringLiteral("My %1 video"));
-    }
-
-    void startUpload(const QString& format = QStringLiteral("2D")) const
-    {
-        choose(format);
-        screen->startUpload();
-    }
-
-    [[nodiscard]] bool logHas(const char* text) const
-    {
-        return QTest::qWaitFor([&] { return screen->logs().contains(QLatin1StringView(text)); }, 20'000);
-    }
-
-    [[nodiscard]] bool reaches(const QString& status) const
-    {
-        return QTest::qWaitFor([&] { return screen->statusMessage() == status; }, 20'000);
-    }
-
-    [[nodiscard]] bool isIdle() const
-    {
-        return QTest::qWaitFor([&] { return !app.uploadActivity()->underWay(); }, 20'000);
-    }
-
-    [[nodiscard]] std::size_t registrations() const
-    {
-        return service.requestsTo(LocalService::registrationPath).size();
-    }
-
-private:
-    QTemporaryDir m_folder;
-
-public:
-    LocalService service;
-    ScriptedTool tool;
-    mutable tessary_macos_uploaderApp app;
-    std::shared_ptr<FileUploaderState> screen;
-    QStringList statuses;
-};
 
 } // namespace
 
