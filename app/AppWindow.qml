@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import Tessary
 
@@ -16,7 +15,7 @@ Window {
 
     function quitOrAsk() {
         if (application.uploadActivity.underWay)
-            question.active = true;
+            quitLoader.active = true;
         else
             program.quit();
     }
@@ -25,22 +24,22 @@ Window {
     height: Math.max(minimumHeight, Math.min(800, Screen.desktopAvailableHeight))
     minimumWidth: 900
     minimumHeight: 600
-    title: Qt.application.displayName
+    title: Application.displayName
     // Only a window that starts out translucent can ever be; the screens fill all of it.
     color: Desktop.composited ? Look.transparent : Look.windowBackgroundColor
     visible: true
     onClosing: close => {
         close.accepted = mayClose();
         if (!close.accepted)
-            question.active = true;
+            quitLoader.active = true;
     }
 
     Loader {
         id: content
 
         anchors.fill: parent
-        focus: !question.active
-        enabled: !question.active
+        focus: !quitLoader.active
+        enabled: !quitLoader.active
         sourceComponent: {
             switch (window.application.screen) {
             case UploaderApp.Login:
@@ -53,6 +52,8 @@ Window {
         }
     }
 
+    // The loader makes the screens in this file's context, which the linter does not know.
+    // qmllint disable unqualified
     Component {
         id: login
 
@@ -80,9 +81,10 @@ Window {
             application: window.application
         }
     }
+    // qmllint enable unqualified
 
     Loader {
-        id: question
+        id: quitLoader
 
         anchors.fill: parent
         active: false
@@ -94,7 +96,7 @@ Window {
             yes: qsTr("Quit")
             no: qsTr("Keep Uploading")
             onAnswered: yes => {
-                question.active = false;
+                quitLoader.active = false;
                 if (yes)
                     window.program.quit();
             }

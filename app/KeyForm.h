@@ -43,7 +43,7 @@ private:
 };
 
 /// The same for the change-key screen, which persists nothing before its task runs.
-class ChangeKeyForm : public KeyForm
+class ChangeKeyForm : public tessary::KeyForm
 {
     Q_OBJECT
     Q_PROPERTY(tessary::AppManager* appManager MEMBER m_appManager)

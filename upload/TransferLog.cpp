@@ -12,6 +12,7 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace tessary {
 namespace {
@@ -118,11 +119,14 @@ qsizetype beginOfLast(const QString& text, int count)
     status = U_ZERO_ERROR;
     ubrk_setText(characters.get(), reinterpret_cast<const UChar*>(text.utf16()),
                  static_cast<int32_t>(text.size()), &status);
-    int32_t begin = ubrk_last(characters.get());
-    for (int found = 0; found < count && begin > 0; ++found) {
-        begin = ubrk_previous(characters.get());
+    // Forwards, since the segmenter walks backwards at about half the speed.
+    std::vector<int32_t> begins;
+    begins.reserve(static_cast<std::size_t>(text.size()));
+    for (int32_t at = ubrk_first(characters.get()); at < text.size(); at = ubrk_next(characters.get())) {
+        begins.push_back(at);
     }
-    return begin;
+    const auto wanted = static_cast<std::size_t>(count);
+    return begins.size() <= wanted ? 0 : begins.at(begins.size() - wanted);
 }
 
 } // namespace

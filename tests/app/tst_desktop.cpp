@@ -1,8 +1,10 @@
+#include "app/PortalAppearance.h"
 #include "app/SuspendInhibitor.h"
 #include "upload/UploadActivity.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
+#include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QRegularExpression>
 #include <QTest>
@@ -52,7 +54,7 @@ private:
 } // namespace
 
 /// Runs on a session bus of its own, with nobody else on it.
-class InhibitorTest : public QObject
+class DesktopTest : public QObject
 {
     Q_OBJECT
 
@@ -64,6 +66,7 @@ private Q_SLOTS:
     void fallsBackToTheSessionManager();
     void releasesWhatIsGrantedTooLate();
     void isSilentWhereNobodyOffersIt();
+    void followsTheAppearance();
 
 private:
     QDBusConnection m_bus = QDBusConnection::sessionBus();
@@ -71,7 +74,7 @@ private:
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("desktop"));
 };
 
-void InhibitorTest::asksThePortalFirst()
+void DesktopTest::asksThePortalFirst()
 {
     FakeService portal(m_desktop, QStringLiteral("org.freedesktop.portal.Desktop"),
                        QVariant::fromValue(QDBusObjectPath(QStringLiteral("/request/1"))));
@@ -94,7 +97,7 @@ void InhibitorTest::asksThePortalFirst()
     QVERIFY(manager.calls.isEmpty());
 }
 
-void InhibitorTest::fallsBackToTheSessionManager()
+void DesktopTest::fallsBackToTheSessionManager()
 {
     FakeService manager(m_desktop, QStringLiteral("org.gnome.SessionManager"), 5U);
     UploadActivity activity;
@@ -108,7 +111,7 @@ void InhibitorTest::fallsBackToTheSessionManager()
     QCOMPARE(manager.arguments, QVariantList{5U});
 }
 
-void InhibitorTest::releasesWhatIsGrantedTooLate()
+void DesktopTest::releasesWhatIsGrantedTooLate()
 {
     FakeService portal(m_desktop, QStringLiteral("org.freedesktop.portal.Desktop"),
                        QVariant::fromValue(QDBusObjectPath(QStringLiteral("/request/2"))));
@@ -119,7 +122,7 @@ void InhibitorTest::releasesWhatIsGrantedTooLate()
     QCOMPARE(portal.calls.last(), QStringLiteral("Close /request/2"));
 }
 
-void InhibitorTest::isSilentWhereNobodyOffersIt()
+void DesktopTest::isSilentWhereNobodyOffersIt()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
     UploadActivity activity;
@@ -130,5 +133,27 @@ void InhibitorTest::isSilentWhereNobodyOffersIt()
     QTest::qWait(50);
 }
 
-QTEST_GUILESS_MAIN(InhibitorTest)
-#include "tst_inhibitor.moc"
+void DesktopTest::followsTheAppearance()
+{
+    const auto scheme = [](uint number) { return QVariant::fromValue(QDBusVariant(number)); };
+    FakeService portal(m_desktop, QStringLiteral("org.freedesktop.portal.Desktop"),
+                       QVariant::fromValue(QDBusVariant(scheme(1))));
+    const PortalAppearance appearance(m_bus);
+    QTRY_VERIFY(appearance.prefersDark());
+    const auto announce = [this, &scheme](const char* key, uint number) {
+        QDBusMessage change = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+                                                         QStringLiteral("org.freedesktop.portal.Settings"),
+                                                         QStringLiteral("SettingChanged"));
+        change.setArguments(
+            {QStringLiteral("org.freedesktop.appearance"), QString::fromLatin1(key), scheme(number)});
+        m_desktop.send(change);
+    };
+    announce("color-scheme", 2);
+    QTRY_VERIFY(!appearance.prefersDark());
+    announce("accent-color", 1);
+    announce("color-scheme", 1);
+    QTRY_VERIFY(appearance.prefersDark());
+}
+
+QTEST_GUILESS_MAIN(DesktopTest)
+#include "tst_desktop.moc"

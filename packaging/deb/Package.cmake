@@ -6,7 +6,7 @@ set(CPACK_PACKAGE_CONTACT "Tessary <support@tessary.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "put videos into a workspace's library")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_STRIP_FILES OFF) # the program is stripped by its own install rule; the transfer tool stays as it came
+set(CPACK_STRIP_FILES ON) # of what was built here; the transfer tool stays as it came
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION video)
@@ -19,7 +19,13 @@ set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
  out, and press Upload. The program copies files of any size to cloud storage
  and registers the video in the library.")
 
-# The libraries are found from the binaries; what is loaded at run time is not.
+# Libraries are found from the binaries. What is loaded at run time is not: QML modules, the platforms, drawings.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-list(JOIN TESSARY_RUNTIME_PACKAGES ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
+set(runtime_packages
+    ca-certificates libqt6svg6 libsecret-1-0 qt6-qpa-plugins qt6-wayland
+    qml6-module-qt-labs-folderlistmodel qml6-module-qtqml qml6-module-qtqml-models
+    qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-controls
+    qml6-module-qtquick-dialogs qml6-module-qtquick-layouts qml6-module-qtquick-templates
+    qml6-module-qtquick-window)
+list(JOIN runtime_packages ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-gtk-platformtheme, qt6-xdgdesktopportal-platformtheme")

@@ -1,0 +1,125 @@
+import QtQuick
+import Tessary
+
+// What the two key screens share: a card with the logo and a form on a translucent window, and the way they come in.
+FocusScope {
+    id: screen
+
+    enum Field {
+        None,
+        ApiKey
+    }
+
+    required property KeyForm form
+    required property string heading
+    required property string submitText
+    property string cancelText ///< no such button without it
+    property string errorMessage
+    property int focusedField: KeyScreen.None
+    property bool showLogo: false
+    property bool showWelcome: false
+
+    signal canceled
+
+    // The one way to submit by Return, from the field or, as the default button, from anywhere that has no use for
+    // Return itself. A key held down counts once.
+    Keys.onPressed: event => {
+        if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter)
+            return;
+        event.accepted = true;
+        if (!event.isAutoRepeat && (formView.keyField.activeFocus || form.apiKey !== ""))
+            form.submitKey();
+    }
+    Component.onCompleted: showLogo = true
+
+    Timer {
+        interval: 100
+        running: true
+        onTriggered: screen.focusedField = KeyScreen.ApiKey
+    }
+
+    Timer {
+        interval: 400
+        running: true
+        onTriggered: screen.showWelcome = true
+    }
+
+    VisualEffectView {
+        anchors.fill: parent
+    }
+
+    Flickable {
+        anchors.fill: parent
+        interactive: false
+        contentWidth: width
+        contentHeight: Math.max(height, card.height + 2 * card.margin)
+
+        Item {
+            id: card
+
+            readonly property real margin: 32
+
+            anchors.centerIn: parent
+            width: 400
+            height: column.height + 2 * column.y
+            opacity: screen.showWelcome ? 1 : 0
+            scale: screen.showWelcome ? 1 : 0.95
+
+            Behavior on opacity {
+                EaseMotion {
+                    seconds: 0.4
+                }
+            }
+
+            Behavior on scale {
+                EaseMotion {
+                    seconds: 0.4
+                }
+            }
+
+            BlurredShadow {
+                anchors.fill: parent
+                radius: surface.radius
+                blur: 16
+                offset: Qt.point(0, 8)
+                color: Look.faded(Look.black, 0.1)
+            }
+
+            Squircle {
+                id: surface
+
+                anchors.fill: parent
+                radius: 16
+                fill: Look.windowBackgroundColor
+            }
+
+            Column {
+                id: column
+
+                x: 32
+                y: 32
+                width: parent.width - 2 * x
+                spacing: 24
+
+                LogoRow {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    shown: screen.showLogo
+                }
+
+                KeyFormView {
+                    id: formView
+
+                    width: parent.width
+                    visible: screen.showWelcome
+                    form: screen.form
+                    heading: screen.heading
+                    submitText: screen.submitText
+                    cancelText: screen.cancelText
+                    errorMessage: screen.errorMessage
+                    focusWanted: screen.showWelcome && screen.focusedField === KeyScreen.ApiKey
+                    onCanceled: screen.canceled()
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,46 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Tessary
+
+// Eight spokes, the brightest of which goes round once a second.
+Item {
+    id: indicator
+
+    property color tint: Look.labelColor
+    property int step
+    readonly property int spokes: 8
+
+    implicitWidth: 16
+    implicitHeight: 16
+
+    NumberAnimation on step {
+        from: 0
+        to: indicator.spokes
+        duration: 1000
+        loops: Animation.Infinite
+        running: indicator.visible
+    }
+
+    Repeater {
+        model: indicator.spokes
+
+        Item {
+            id: spoke
+
+            required property int index
+
+            anchors.fill: parent
+            rotation: index * 360 / indicator.spokes
+            opacity: 1 - 0.75 * ((indicator.step - index + indicator.spokes) % indicator.spokes) / (indicator.spokes - 1)
+
+            Rectangle {
+                anchors.horizontalCenter: parent.horizontalCenter
+                width: parent.width / 8
+                height: parent.height * 0.28
+                radius: width / 2
+                antialiasing: true
+                color: indicator.tint
+            }
+        }
+    }
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QObject>
+#include <QtQml/qqml.h>
+
+namespace tessary::look {
+
+/// What the desktop asks of a program's look, followed while it runs.
+class Desktop : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(bool dark READ dark NOTIFY paletteChanged)
+    Q_PROPERTY(QColor accent READ accent NOTIFY paletteChanged)
+    Q_PROPERTY(QColor textOnAccent READ textOnAccent NOTIFY paletteChanged)
+    Q_PROPERTY(QFont font READ font NOTIFY fontChanged)
+    /// A window may let the desktop behind it show through.
+    Q_PROPERTY(bool composited READ composited NOTIFY compositedChanged)
+
+public:
+    explicit Desktop(QObject* parent = nullptr);
+
+    [[nodiscard]] static bool dark();
+    [[nodiscard]] static QColor accent();
+    [[nodiscard]] static QColor textOnAccent();
+    [[nodiscard]] static QFont font();
+
+    [[nodiscard]] bool composited() const { return m_composited; }
+
+    /// The desktop's font at a multiple of its own size.
+    Q_INVOKABLE [[nodiscard]] static QFont scaled(const QFont& font, qreal factor, int weight);
+    /// The same family in a fixed size in points.
+    Q_INVOKABLE [[nodiscard]] static QFont sized(const QFont& font, qreal points, int weight);
+    /// In the desktop's fixed-width family.
+    Q_INVOKABLE [[nodiscard]] static QFont monospaced(const QFont& font);
+    /// In a family of round shapes, where one is installed.
+    Q_INVOKABLE [[nodiscard]] static QFont rounded(const QFont& font);
+
+    /// Asks the desktop again whether it composites; nothing tells when that changes.
+    Q_INVOKABLE void lookForCompositor();
+
+Q_SIGNALS:
+    void paletteChanged();
+    void fontChanged();
+    void compositedChanged();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool m_composited;
+};
+
+} // namespace tessary::look

@@ -1,0 +1,40 @@
+import QtQuick
+import Tessary
+
+// A large button with a frame; a prominent one is filled with the accent colour.
+PlainButton {
+    id: button
+
+    property bool prominent: false
+    property color textColor: prominent ? Look.accentTextColor : Look.labelColor
+
+    topPadding: 10
+    bottomPadding: 10
+    leftPadding: Look.padding
+    rightPadding: Look.padding
+    ringRadius: 8
+
+    contentItem: StyledText {
+        text: button.text
+        color: button.textColor
+        opacity: button.enabled ? 1 : 0.6
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        Accessible.ignored: true
+    }
+    background: Squircle {
+        radius: button.ringRadius
+        fill: button.prominent ? Look.accentColor : Look.faded(Look.labelColor, 0.08)
+        outline: button.prominent ? Look.transparent : Look.separatorColor
+        lineWidth: button.prominent ? 0 : 1
+        opacity: button.enabled ? 1 : 0.45
+
+        Squircle {
+            anchors.fill: parent
+            visible: button.down
+            radius: button.ringRadius
+            fill: Look.faded(Look.black, 0.12)
+        }
+    }
+}

@@ -1,0 +1,12 @@
+import QtQuick
+import Tessary
+
+// The one text item of the program. What it shows may come from outside and is never markup.
+Text {
+    textFormat: Text.PlainText
+    font: Look.body
+    color: Look.labelColor
+    renderType: Text.QtRendering
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

@@ -1,0 +1,72 @@
+#include "look/Symbol.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include <cmath>
+
+namespace tessary::look {
+namespace {
+
+constexpr qreal sizeByFontSize = 1.2;
+
+/// The drawing's ink as coverage, whatever its own colours.
+QImage inkOf(const QString& name, QSize size, qreal turn)
+{
+    QImage drawing(size, QImage::Format_ARGB32_Premultiplied);
+    drawing.fill(Qt::transparent);
+    QSvgRenderer renderer(QStringLiteral(":/qt/qml/Tessary/symbols/%1.svg").arg(name));
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    QPainter painter(&drawing);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF bounds(QPointF(), size);
+    painter.translate(bounds.center());
+    painter.rotate(turn);
+    painter.translate(-bounds.center());
+    renderer.render(&painter, bounds);
+    painter.end();
+
+    QImage ink(size, QImage::Format_Alpha8);
+    for (int y = 0; y < size.height(); ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(drawing.constScanLine(y));
+        uchar* to = ink.scanLine(y);
+        for (int x = 0; x < size.width(); ++x) {
+            to[x] = static_cast<uchar>(qAlpha(from[x]) - qRed(from[x])); // red is premultiplied
+        }
+    }
+    return ink;
+}
+
+} // namespace
+
+Symbol::Symbol(QQuickItem* parent) : QQuickPaintedItem(parent)
+{
+    connect(this, &Symbol::lookChanged, this, [this] { update(); });
+}
+
+void Symbol::setFontSize(qreal size)
+{
+    m_fontSize = size;
+    const qreal side = std::round(size * sizeByFontSize);
+    setImplicitSize(side, side);
+    Q_EMIT lookChanged();
+}
+
+void Symbol::paint(QPainter* painter)
+{
+    const qreal scale = std::max(painter->device()->devicePixelRatio(), painter->transform().m11());
+    const QSize pixels = (size() * scale).toSize();
+    if (m_name.isEmpty() || pixels.isEmpty()) {
+        return;
+    }
+    QImage tinted(pixels, QImage::Format_ARGB32_Premultiplied);
+    tinted.fill(m_color);
+    QPainter tint(&tinted);
+    tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    tint.drawImage(0, 0, inkOf(m_name, pixels, m_turn));
+    tint.end();
+    painter->drawImage(boundingRect(), tinted);
+}
+
+} // namespace tessary::look

@@ -1,0 +1,22 @@
+import QtQuick
+import Tessary
+
+// The one way in for dragged files. Tells when a drag that could be dropped here comes and goes.
+DropArea {
+    id: area
+
+    required property FileSlot slot
+
+    signal hoverChanged(bool hovered)
+
+    onEntered: drag => {
+        drag.accepted = slot.welcomes(drag.urls);
+        if (drag.accepted)
+            hoverChanged(true);
+    }
+    onExited: hoverChanged(false)
+    onDropped: drop => {
+        hoverChanged(false);
+        drop.accepted = slot.acceptDrop(drop.urls);
+    }
+}

@@ -1,0 +1,95 @@
+import QtQuick
+import Tessary
+
+// The whole log as one text. It takes a change of the log up once per frame and then follows its end; a log that is
+// announced but the same is left alone, with its selection and its place.
+ScrollArea {
+    id: view
+
+    required property FileUploaderState uploader
+    property string shownLogs
+    property bool stale: false
+
+    contentHeight: Math.max(height, log.implicitHeight + 2 * log.y)
+    Component.onCompleted: {
+        shownLogs = uploader.logs;
+        log.text = shownLogs;
+    }
+
+    function takeUp() {
+        stale = false;
+        const logs = uploader.logs;
+        if (logs === shownLogs)
+            return;
+        // Adding at the end keeps a selection.
+        if (shownLogs !== "" && logs.startsWith(shownLogs))
+            log.insert(log.length, logs.substring(shownLogs.length));
+        else
+            log.text = logs;
+        shownLogs = logs;
+        scrollToEnd();
+    }
+
+    Connections {
+        function onLogsChanged() {
+            if (view.stale)
+                return;
+            view.stale = true;
+            if (view.Window.window)
+                view.Window.window.update();
+        }
+
+        target: view.uploader
+    }
+
+    Connections {
+        function onAfterAnimating() {
+            view.takeUp();
+        }
+
+        target: view.Window.window
+        enabled: view.stale
+    }
+
+    Squircle {
+        width: view.width
+        height: view.contentHeight
+        radius: 12
+        fill: Look.textBackgroundColor
+    }
+
+    TextEdit {
+        id: log
+
+        objectName: "logText"
+        x: 5
+        y: 5
+        width: view.width - 2 * x
+        height: Math.max(implicitHeight, view.height - 2 * y)
+        textFormat: TextEdit.PlainText
+        font: Look.monospacedCaption
+        color: Look.labelColor
+        selectionColor: Look.selectedTextBackgroundColor
+        selectedTextColor: Look.labelColor
+        wrapMode: TextEdit.Wrap
+        readOnly: true
+        selectByMouse: true
+        selectByKeyboard: true
+        persistentSelection: true
+        activeFocusOnTab: true
+        Accessible.role: Accessible.EditableText
+        Accessible.readOnly: true
+        Accessible.multiLine: true
+        Accessible.name: qsTr("Upload log")
+        onCursorRectangleChanged: {
+            if (activeFocus && !view.stale)
+                view.show(Qt.rect(0, cursorRectangle.y + y - 5, 1, cursorRectangle.height + 10));
+        }
+    }
+
+    FocusRing {
+        parent: view
+        radius: 12
+        visible: log.activeFocus
+    }
+}

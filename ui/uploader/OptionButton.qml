@@ -1,0 +1,87 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tessary
+
+// One of several options, of which one is selected. Pressing the selected one acts again.
+T.RadioButton {
+    id: option
+
+    property bool selected: false
+    property bool highlighted: false
+    property string tip
+    property int wrapMode: Text.NoWrap
+
+    topPadding: 8
+    bottomPadding: 8
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    hoverEnabled: true
+    checked: selected
+    Accessible.description: enabled ? "" : qsTr("Not available now")
+    // A screen reader may check it without a click. A click then chooses twice, which is the same as once.
+    onCheckedChanged: {
+        if (checked && !selected)
+            clicked();
+    }
+    Keys.onPressed: event => {
+        if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter)
+            return;
+        event.accepted = true;
+        if (!event.isAutoRepeat)
+            option.clicked();
+    }
+
+    FocusRing {
+        visible: option.visualFocus
+    }
+
+    Tip {
+        text: option.tip
+        visible: option.hovered && option.tip !== ""
+    }
+
+    SpringValue {
+        id: spring
+
+        goal: option.selected ? 1 : 0
+    }
+
+    contentItem: StyledText {
+        text: option.text
+        color: Look.mixed(Look.labelColor, Look.alternateSelectedControlTextColor, spring.value)
+        wrapMode: option.wrapMode
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+    background: Item {
+        Squircle {
+            anchors.fill: parent
+            radius: 8
+            fill: Look.faded(Look.selectedControlColor, 0.3)
+            opacity: option.highlighted && !option.selected ? 1 : 0
+
+            Behavior on opacity {
+                EaseMotion {
+                    seconds: 0.2
+                }
+            }
+        }
+
+        Squircle {
+            anchors.fill: parent
+            radius: 8
+            outline: Look.separatorColor
+            lineWidth: 1
+        }
+
+        Squircle {
+            anchors.fill: parent
+            radius: 8
+            fill: Look.systemBlueColor
+            outline: Look.systemBlueColor
+            lineWidth: 1
+            opacity: spring.value
+        }
+    }
+}

@@ -1,0 +1,50 @@
+import QtQuick
+import Tessary
+
+// An arrow, or the sign that something goes on, before the text.
+Item {
+    id: label
+
+    required property string text
+    required property bool busy
+
+    implicitWidth: row.implicitWidth
+    implicitHeight: row.implicitHeight
+
+    Row {
+        id: row
+
+        anchors.centerIn: parent
+        spacing: Look.spacing
+
+        Item {
+            anchors.verticalCenter: parent.verticalCenter
+            width: arrow.width + 5
+            height: arrow.height
+
+            Symbol {
+                id: arrow
+
+                visible: !label.busy
+                name: "arrow.up.circle.fill"
+                color: Look.alternateSelectedControlTextColor
+                fontSize: Look.buttonSymbol
+            }
+
+            ActivityIndicator {
+                anchors.centerIn: arrow
+                visible: label.busy
+                scale: 0.8
+                tint: Look.white
+            }
+        }
+
+        StyledText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: label.text
+            font: Look.headline
+            color: Look.alternateSelectedControlTextColor
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,33 @@
+import QtQuick
+import Tessary
+
+// How much is uploaded. The fill is as wide as `progress` says, also beyond the track; what is no number is nothing.
+Rectangle {
+    id: track
+
+    required property double progress
+    readonly property real value: isFinite(progress) ? progress : 0
+    readonly property real farthest: 1e5 ///< beyond any screen; wider is not drawable
+
+    objectName: "progressBar"
+    implicitWidth: 100
+    implicitHeight: 8
+    radius: 4
+    color: Look.separatorColor
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: qsTr("Upload progress: %1 %").arg(Math.round(value * 100))
+
+    Rectangle {
+        objectName: "progressFill"
+        width: Math.max(0, Math.min(track.value * track.width, track.farthest))
+        height: 8
+        radius: 4
+        color: Look.systemBlueColor
+
+        Behavior on width {
+            NumberAnimation {
+                duration: Look.standardSeconds * 1000
+            }
+        }
+    }
+}

@@ -1,0 +1,75 @@
+import QtQuick
+import QtQuick.Layouts
+import Tessary
+
+// The workspace's name, as a button that leads to the screen for another key.
+PlainButton {
+    id: block
+
+    required property bool isHeaderHovered
+    required property string workspaceName
+    required property bool known
+
+    objectName: "workspaceBlock"
+    padding: Look.padding
+    ringRadius: 12
+    text: known ? workspaceName : qsTr("Loading...")
+    explanation: qsTr("Change workspace")
+    scale: isHeaderHovered ? 1.02 : 1
+
+    Behavior on scale {
+        EaseMotion {
+            seconds: 0.2
+        }
+    }
+
+    SpringValue {
+        id: tilt
+
+        goal: block.isHeaderHovered ? 1 : 0
+    }
+
+    contentItem: RowLayout {
+        spacing: 15
+
+        Symbol {
+            name: "icloud.and.arrow.up.fill"
+            color: Look.systemBlueColor
+            fontSize: Look.headerSymbol
+            turn: 10 * tilt.value
+        }
+
+        StyledText {
+            Layout.fillWidth: true
+            text: block.text
+            font: Look.title2
+            color: block.known ? Look.labelColor : Look.secondaryLabelColor
+            opacity: block.known ? 1 : 0.8
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            Accessible.ignored: true
+        }
+    }
+    background: Item {
+        BlurredShadow {
+            anchors.fill: parent
+            radius: block.ringRadius
+            blur: 8
+            offset: Qt.point(0, 2)
+            color: Look.faded(Look.systemBlueColor, 0.2)
+            opacity: block.isHeaderHovered ? 1 : 0
+
+            Behavior on opacity {
+                EaseMotion {
+                    seconds: 0.2
+                }
+            }
+        }
+
+        Squircle {
+            anchors.fill: parent
+            radius: block.ringRadius
+            fill: Look.controlBackgroundColor
+        }
+    }
+}
