@@ -17,3 +17,7 @@ if(TESSARY_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
+
+# What people install is hardened as a distribution's own programs are.
+add_compile_options($<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2> $<$<CONFIG:Release>:-fstack-protector-strong>)
+add_link_options($<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)

@@ -1,6 +1,7 @@
 #include "local/WindowDriver.h"
 
 #include <QDropEvent>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QMimeData>
 #include <QQuickItem>
@@ -10,6 +11,9 @@ namespace tessary::local {
 namespace {
 
 constexpr int patienceMilliseconds = 60'000;
+
+/// A few frames: what starts to move in one of them is not taken for something that lies still.
+constexpr int stillMilliseconds = 60;
 
 QQuickItem* findBelow(QQuickItem* item, const QString& name)
 {
@@ -60,6 +64,7 @@ QPointF WindowDriver::centreOf(const QQuickItem& item) const
 bool WindowDriver::ready(const QString& name) const
 {
     QPointF last;
+    QElapsedTimer still;
     return await(QStringLiteral("\"%1\" to take input").arg(name), [&] {
         QQuickItem* item = find(name);
         if (item == nullptr || !item->isEnabled()) {
@@ -67,8 +72,10 @@ bool WindowDriver::ready(const QString& name) const
         }
         bringIntoView(*item);
         const QPointF centre = centreOf(*item);
-        const bool still = centre == std::exchange(last, centre);
-        return still && QRectF(QPointF(), m_window.size()).contains(centre);
+        if (centre != std::exchange(last, centre) || !still.isValid()) {
+            still.start();
+        }
+        return still.hasExpired(stillMilliseconds) && QRectF(QPointF(), m_window.size()).contains(centre);
     });
 }
 

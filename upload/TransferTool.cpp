@@ -132,6 +132,17 @@ private:
     std::optional<std::stop_callback<std::function<void()>>> m_onStop;
 };
 
+/// The future of a transfer that never began. Qt's own makers of such futures changed their names on the way
+/// to 6.8.
+QFuture<TransferOutcome> endedBefore(const TransferOutcome& outcome)
+{
+    QPromise<TransferOutcome> promise;
+    promise.start();
+    promise.addResult(outcome);
+    promise.finish();
+    return promise.future();
+}
+
 } // namespace
 
 QString standardResourcesFolder()
@@ -145,8 +156,7 @@ QFuture<TransferOutcome> uploadFile(const QUrl& fileURL, const QString& sasUrl,
 {
     const QString tool = resourcesFolder + QStringLiteral("/azcopy");
     if (!QFileInfo::exists(tool)) {
-        return QtFuture::makeReadyFuture(
-            TransferOutcome{false, Error(toolDomain, 1, QStringLiteral("AzCopy binary not found"))});
+        return endedBefore({false, Error(toolDomain, 1, QStringLiteral("AzCopy binary not found"))});
     }
     const QStringList arguments{
         QStringLiteral("copy"),      fileURL.toLocalFile(),       sasUrl,

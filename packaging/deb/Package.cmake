@@ -14,10 +14,10 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://tessary.example/uploader")
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-" Members of a video workspace sign in with the workspace's API key, pick a
- video or a pair of left-eye and right-eye files, say how its frames are laid
- out, and press Upload. The program copies files of any size to cloud storage
- and registers the video in the library.")
+"Members of a video workspace sign in with the workspace's API key, pick a
+video or a pair of left-eye and right-eye files, say how its frames are laid
+out, and press Upload. The program copies files of any size to cloud storage
+and registers the video in the library.")
 
 # Libraries are found from the binaries. What is loaded at run time is not: QML modules, the platforms, drawings.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
@@ -29,3 +29,5 @@ set(runtime_packages
     qml6-module-qtquick-window)
 list(JOIN runtime_packages ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-gtk-platformtheme, qt6-xdgdesktopportal-platformtheme")
+
+include(CPack)

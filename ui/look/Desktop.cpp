@@ -54,14 +54,16 @@ bool desktopComposites()
 
 } // namespace
 
-Desktop::Desktop(QObject* parent) : QObject(parent), m_composited(desktopComposites())
+Desktop::Desktop(QObject* parent)
+    : QObject(parent), m_composited(desktopComposites()), m_portal(QDBusConnection::sessionBus())
 {
     qGuiApp->installEventFilter(this);
+    connect(&m_portal, &PortalAppearance::prefersDarkChanged, this, &Desktop::paletteChanged);
 }
 
-bool Desktop::dark()
+bool Desktop::dark() const
 {
-    return QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
+    return m_portal.prefersDark() || QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
 }
 
 QColor Desktop::accent()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/PortalAppearance.h"
+
 #include <QColor>
 #include <QFont>
 #include <QObject>
@@ -13,6 +15,8 @@ class Desktop : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
+    /// The palette is dark, or the desktop's portal asks for a dark appearance and the palette does not
+    /// follow it.
     Q_PROPERTY(bool dark READ dark NOTIFY paletteChanged)
     Q_PROPERTY(QColor accent READ accent NOTIFY paletteChanged)
     Q_PROPERTY(QColor textOnAccent READ textOnAccent NOTIFY paletteChanged)
@@ -23,7 +27,7 @@ class Desktop : public QObject
 public:
     explicit Desktop(QObject* parent = nullptr);
 
-    [[nodiscard]] static bool dark();
+    [[nodiscard]] bool dark() const;
     [[nodiscard]] static QColor accent();
     [[nodiscard]] static QColor textOnAccent();
     [[nodiscard]] static QFont font();
@@ -52,6 +56,7 @@ protected:
 
 private:
     bool m_composited;
+    PortalAppearance m_portal;
 };
 
 } // namespace tessary::look
