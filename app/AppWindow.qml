@@ -21,13 +21,14 @@ Window {
     }
 
     width: 1000
-    height: Math.max(minimumHeight, Math.min(800, Screen.desktopAvailableHeight))
     minimumWidth: 900
     minimumHeight: 600
     title: Application.displayName
     // Only a window that starts out translucent can ever be; the screens fill all of it.
     color: Desktop.composited ? Look.transparent : Look.windowBackgroundColor
     visible: true
+    // Once: the size is the person's from then on.
+    Component.onCompleted: height = Math.max(minimumHeight, Math.min(800, Screen.desktopAvailableHeight))
     onClosing: close => {
         close.accepted = mayClose();
         if (!close.accepted)
@@ -101,6 +102,16 @@ Window {
                     window.program.quit();
             }
         }
+    }
+
+    // The question is void when nothing is under way any more.
+    Connections {
+        function onUnderWayChanged() {
+            if (!window.application.uploadActivity.underWay)
+                quitLoader.active = false;
+        }
+
+        target: window.application.uploadActivity
     }
 
     Shortcut {

@@ -21,7 +21,9 @@ Program::Program(Places places)
     QGuiApplication::setDesktopFileName(QStringLiteral("tessary_macos_uploader"));
     QGuiApplication::setQuitOnLastWindowClosed(false); // running tools are ended first
     QNetworkProxyFactory::setUseSystemConfiguration(true);
-    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    if (const QString style = QStringLiteral("Basic"); QQuickStyle::name() != style) {
+        QQuickStyle::setStyle(style);
+    }
 
     connect(m_application.uploadActivity(), &UploadActivity::ended, qApp, &QCoreApplication::quit,
             Qt::QueuedConnection);
@@ -29,7 +31,12 @@ Program::Program(Places places)
     m_windowComponent.loadUrl(QUrl(QStringLiteral("qrc:/qt/qml/Tessary/app/AppWindow.qml")));
 }
 
-Program::~Program() = default;
+Program::~Program()
+{
+    for (const auto& window : m_windows) {
+        window->disconnect(this); // a window that is deleted hides first, and there is no one left to note it
+    }
+}
 
 bool Program::openWindow()
 {

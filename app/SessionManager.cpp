@@ -72,8 +72,8 @@ QCoro::Task<> SessionManager::fetchWorkspaceData()
     std::optional<Error> failure;
     try {
         workspace = co_await m_apiService.pullStartupInformation(apiKey);
-    } catch (const Error& error) {
-        failure = error;
+    } catch (const std::exception&) {
+        failure = caughtError();
     }
     if (self.isNull()) {
         co_return;

@@ -13,6 +13,7 @@ struct Answer
     int status = 200;
     QByteArray body;
     QByteArray contentType = "application/json";
+    QByteArray location = {}; ///< where a redirect leads; sent by an answer that is broken off only
 };
 
 /// What is to go wrong with one request. The parts combine; the answer is the service's own unless one is
@@ -30,6 +31,11 @@ struct Fault
     static Fault answered(Answer answer) { return {{}, std::move(answer), {}, false}; }
 
     static Fault brokenOff(qsizetype after) { return {{}, {}, after, false}; }
+
+    static Fault redirected(const QByteArray& location)
+    {
+        return {{}, Answer{302, {}, {}, location}, 0, false};
+    }
 
     static Fault neverAnswered() { return {{}, {}, {}, true}; }
 };

@@ -85,6 +85,7 @@ void LocalService::Pending::breakOff(qsizetype after) const
     if (QTcpSocket* socket = connection.data()) {
         socket->write("HTTP/1.1 " + QByteArray::number(answer.status) + " Broken\r\nContent-Type: " +
                       answer.contentType + "\r\nContent-Length: " + QByteArray::number(answer.body.size()) +
+                      (answer.location.isEmpty() ? QByteArray() : "\r\nLocation: " + answer.location) +
                       "\r\n\r\n" + answer.body.left(after));
         socket->disconnectFromHost();
     }

@@ -15,7 +15,7 @@
 namespace tessary {
 namespace {
 
-/// What the two answers that are read key by key print for a missing or mistyped key.
+/// The case name of NoWorkspaceDataError and LibraryDataError: what is printed for a missing or mistyped key.
 const QString missingKey = QStringLiteral("noData");
 
 void printDeserializingError(const QString& description)
@@ -31,7 +31,8 @@ QByteArray headerValue(const QString& apiKey)
         throw Error(QStringLiteral("QNetworkRequest"), 0,
                     QStringLiteral("The API key holds a line break or a null character and cannot be sent."));
     }
-    return value;
+    // A null value would take the header away, and an empty key is sent like any other.
+    return value.isNull() ? QByteArray("") : value;
 }
 
 QNetworkRequest makeRequest(const QString& baseUrl, const QString& path, const QString& apiKey)

@@ -20,6 +20,19 @@ Error::Error(QString domain, int code, QString description)
 {
 }
 
+Error caughtError()
+{
+    try {
+        throw;
+    } catch (const Error& error) {
+        return error;
+    } catch (const std::exception& other) {
+        return {
+            QStringLiteral("std::exception"), 0,
+            QStringLiteral("Something unexpected went wrong: %1").arg(QString::fromLocal8Bit(other.what()))};
+    }
+}
+
 Error toError(APIServiceError error)
 {
     return genericError(QStringLiteral("APIServiceError"), static_cast<int>(error));

@@ -31,6 +31,9 @@ enum class APIServiceError { invalidURL, noData };
 enum class NoWorkspaceDataError { noData };
 enum class LibraryDataError { noData, insertError };
 
+/// The error that is being handled, as one with a description, whatever it was. Called in a catch block.
+[[nodiscard]] Error caughtError();
+
 /// The case as an error: its domain is the type's qualified name, its code the case's index, and its
 /// description the generic text that is built from both.
 [[nodiscard]] Error toError(APIServiceError error);

@@ -25,10 +25,10 @@ struct HttpOutcome
 /// with it.
 [[nodiscard]] QNetworkAccessManager& sharedHttpSession();
 
-/// Sends one request: a POST when there is a body, a GET otherwise. The future is fulfilled exactly once,
-/// from the event loop. A stop abandons the request, which then ends with a failure of its own. Redirects are
-/// followed within the same origin only, so that a key never travels to another. An answer of more than 64
-/// MiB is a failure.
+/// Sends one request: a POST when there is a body, a GET otherwise. The future is fulfilled exactly once;
+/// a stop fulfils it at once, with a failure of its own, and who awaits it resumes from the event loop.
+/// Redirects are followed within the same origin only, so that a key never travels to another. An answer of
+/// more than 64 MiB is a failure.
 [[nodiscard]] QFuture<HttpOutcome> sendHttp(QNetworkRequest request, std::optional<QByteArray> body,
                                             std::chrono::milliseconds timeout, const std::stop_token& stop);
 

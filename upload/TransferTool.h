@@ -35,13 +35,13 @@ struct TransferListener
 [[nodiscard]] QString standardResourcesFolder();
 
 /// Copies one local file to an upload URL with the tool "azcopy" of the resources folder, as a child process
-/// that inherits standard input, environment and working directory. The future is fulfilled exactly once,
-/// from the event loop. Ends without failure when the tool exits with 0; with a failure in the domain
+/// that inherits standard input, environment and working directory. The future is fulfilled exactly once.
+/// Ends without failure when the tool exits with 0; with a failure in the domain
 /// "AzCopy" when the tool is missing or exits otherwise (code: the status, or the number of the signal that
 /// ended it); with the platform's launch error when it cannot be started. A stop ends the tool with SIGTERM
 /// within 200 ms, also one that came before the launch; a tool that then exits with another status than 0
-/// ends as cancelled. When the activity says so, the tool is killed. The process, its pipes and its timers
-/// are gone when the future is fulfilled.
+/// ends as cancelled. When the activity says so, the tool is killed. The process and its pipes
+/// are gone, and its timers stopped, when the future is fulfilled.
 [[nodiscard]] QFuture<TransferOutcome> uploadFile(const QUrl& fileURL, const QString& sasUrl,
                                                   const QString& resourcesFolder, TransferListener listener,
                                                   const std::stop_token& stop, UploadActivity& activity);

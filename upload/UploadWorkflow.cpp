@@ -63,8 +63,8 @@ QCoro::Task<> requestUrl(UploadRef upload, QString fileName, std::stop_token sto
         const SASUrlResponse answer =
             co_await surroundings.apiService.requestUploadURL(apiKey, fileName, stop);
         outcome = answer.sasUrl;
-    } catch (const Error& error) {
-        outcome = error;
+    } catch (const std::exception&) {
+        outcome = caughtError();
     }
     completions->deliver(*outcome);
 }
@@ -173,8 +173,8 @@ QCoro::Task<> registerVideo(std::shared_ptr<FileUploaderState> screen, QStringLi
         // Not QString::arg(): the name may hold a place marker.
         report = QLatin1StringView("Video uploaded. Library ID: ") + QString::number(video.id) +
                  QLatin1StringView(", Name: ") + video.videoName + u'\n';
-    } catch (const Error& error) {
-        report = QLatin1StringView("API Error: ") + error.description() + u'\n';
+    } catch (const std::exception&) {
+        report = QLatin1StringView("API Error: ") + caughtError().description() + u'\n';
     }
     screen->processOutput(report);
 }
@@ -240,10 +240,10 @@ QCoro::Task<> runUpload(UploadRef upload)
         reportStartOfTransfers(*upload);
         co_await transferFiles(upload, urls);
         reportSuccess(*upload, urls);
-    } catch (const Error& error) {
-        reportFailure(*upload, error);
     } catch (const Cancellation&) {
         reportCancellation(*upload);
+    } catch (const std::exception&) {
+        reportFailure(*upload, caughtError());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/KeyForm.h"
 #include "app/UploaderStateHolder.h"
+#include "local/WindowDriver.h"
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -13,19 +14,6 @@ namespace tessary::screens {
 namespace {
 
 constexpr QSize windowSize(1000, 800);
-
-QQuickItem* findBelow(QQuickItem* item, const QString& name)
-{
-    if (item->objectName() == name) {
-        return item;
-    }
-    for (QQuickItem* child : item->childItems()) {
-        if (QQuickItem* found = findBelow(child, name)) {
-            return found;
-        }
-    }
-    return nullptr;
-}
 
 } // namespace
 
@@ -68,7 +56,7 @@ void Stage::failToSignIn()
 
 QQuickItem* Stage::find(const QString& name) const
 {
-    return findBelow(m_program.windows().front()->contentItem(), name);
+    return local::WindowDriver(*m_program.windows().front()).find(name);
 }
 
 void Stage::wait(int milliseconds)

@@ -91,6 +91,8 @@ private Q_SLOTS:
     void endings();
     void transportFailures_data();
     void transportFailures();
+    void theKeyStaysWithItsOrigin();
+    void anEmptyKeyIsSentLikeAnyOther();
     void whatCannotBeSent();
     void aStopAbandonsARequest();
 };
@@ -120,6 +122,12 @@ void APIServiceTest::requestsAreExact()
     QByteArray line = "--" + upload.header("Content-Type").mid(formType.size());
     QCOMPARE(upload.body, line + "\r\nContent-Disposition: form-data; name=\"uniqueFileName\"\r\n\r\n" +
                               "a\"b \xc3\xbc.mov\r\n" + line + "--\r\n");
+
+    for (const local::ReceivedRequest& request : server.requests()) {
+        QCOMPARE(request.method, QByteArray(request.path.endsWith(u"information") ? "GET" : "POST"));
+        QVERIFY(!request.header("X-TESSARY-APPKEY").isEmpty());
+    }
+    QVERIFY(startup.header("Content-Type").isEmpty());
 
     const local::ReceivedRequest& registration = server.requests().at(2);
     line = "--" + registration.header("Content-Type").mid(formType.size());
@@ -219,6 +227,8 @@ void APIServiceTest::transportFailures_data()
                              << QStringLiteral("closed before its answer was complete");
     QTest::newRow("no answer") << Fault::neverAnswered()
                                << QStringLiteral("did not answer within 0.5 seconds");
+    QTest::newRow("redirect round and round")
+        << Fault::redirected(LocalService::startupPath) << QStringLiteral("too many times");
     QTest::newRow("too large") << answered(200, QByteArray(70 * 1024 * 1024, ' '))
                                << QStringLiteral("too large");
 }
@@ -228,12 +238,46 @@ void APIServiceTest::transportFailures()
     QFETCH(Fault, fault);
     QFETCH(QString, words);
     LocalService server;
+    if (fault.answer && !fault.answer->location.isEmpty()) {
+        fault.answer->location = server.baseUrl().toLatin1() + fault.answer->location;
+        for (int i = 0; i < 60; ++i) {
+            server.addFault(LocalService::startupPath, fault);
+        }
+    }
     server.addFault(LocalService::startupPath, fault);
     const CapturedOutput output;
     const Ending ending = run(pullStartup, APIService(server.baseUrl(), 500ms));
     QCOMPARE(ending.domain, QStringLiteral("QNetworkReply"));
     QVERIFY2(ending.description.contains(words), qPrintable(ending.description));
     QCOMPARE(output.text(), QByteArray());
+}
+
+void APIServiceTest::theKeyStaysWithItsOrigin()
+{
+    LocalService server;
+    const LocalService other;
+    server.addFault(LocalService::startupPath,
+                    Fault::redirected(other.baseUrl().toLatin1() + LocalService::startupPath));
+    const Ending ending = run(pullStartup, APIService(server.baseUrl()));
+    QVERIFY2(ending.description.contains(QLatin1StringView("another server")),
+             qPrintable(ending.description));
+    QVERIFY(other.requests().empty());
+}
+
+void APIServiceTest::anEmptyKeyIsSentLikeAnyOther()
+{
+    LocalService server;
+    const CapturedOutput output;
+    const auto withoutKey =
+        [](const APIService& client) -> QCoro::Task<QString> { // NOLINT: it captures nothing
+        co_await client.pullStartupInformation(QString());
+        co_return QString();
+    };
+    run(withoutKey, APIService(server.baseUrl()));
+    const auto& headers = server.requests().at(0).headers;
+    QVERIFY(std::any_of(headers.begin(), headers.end(), [](const auto& header) {
+        return header.first.compare("X-TESSARY-APPKEY", Qt::CaseInsensitive) == 0 && header.second.isEmpty();
+    }));
 }
 
 void APIServiceTest::whatCannotBeSent()

@@ -139,11 +139,20 @@ void UploaderFormTest::eyesAreIndependentAndStayDropTargets()
 
 void UploaderFormTest::dialogChoiceAndClearWriteTheStatus()
 {
-    auto* slot = m_bench->item("filePicker")
-                     ->findChild<QObject*>("openFileDialog")
-                     ->property("slot")
-                     .value<QObject*>();
-    QVERIFY(QMetaObject::invokeMethod(slot, "choose", Q_ARG(QUrl, file("/a/clip.mov"))));
+    auto* dialog = m_bench->item("filePicker")->findChild<QObject*>("openFileDialog");
+    QVERIFY(m_bench->click("filePicker"));
+    QTRY_VERIFY(dialog->property("visible").toBool());
+    QVERIFY(QMetaObject::invokeMethod(dialog, "close"));
+    QVERIFY(QMetaObject::invokeMethod(dialog, "rejected"));
+    QVERIFY(QMetaObject::invokeMethod(dialog, "accepted")); // confirmed without a choice
+    QVERIFY(state().selectedFile().isEmpty());
+    QCOMPARE(state().statusMessage(), "Ready to upload");
+
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("clip.mov");
+    QVERIFY(QFile(path).open(QIODevice::WriteOnly)); // the dialog takes what there is
+    QVERIFY(dialog->setProperty("selectedFile", QUrl::fromLocalFile(path)));
+    QVERIFY(QMetaObject::invokeMethod(dialog, "accepted"));
     QCOMPARE(state().statusMessage(), "Selected: clip.mov");
     QVERIFY(m_bench->click("clearButton"));
     QVERIFY(state().selectedFile().isEmpty());
@@ -166,7 +175,11 @@ void UploaderFormTest::formIsDisabledWhileUploading()
     QCOMPARE(state().videoName(), "");
     QMimeData data;
     data.setUrls({file("/other.mov")});
-    QDropEvent drop(m_bench->centreOf("leftEyePicker"), Qt::CopyAction, &data, Qt::LeftButton, {});
+    const QPoint zone = m_bench->centreOf("leftEyePicker");
+    QDragEnterEvent enter(zone, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QDropEvent drop(zone, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&m_bench->window(), &enter);
+    QVERIFY(!enter.isAccepted());
     QCoreApplication::sendEvent(&m_bench->window(), &drop);
     QTest::qWait(20);
     QCOMPARE(state().selectedFileLeft(), file("/l.mov"));

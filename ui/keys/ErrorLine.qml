@@ -6,7 +6,6 @@ Row {
     id: line
 
     required property string errorMessage
-    property real textWidth: 300
     property bool shown: errorMessage !== ""
 
     opacity: shown ? 1 : 0

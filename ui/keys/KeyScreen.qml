@@ -48,10 +48,11 @@ FocusScope {
         anchors.fill: parent
     }
 
-    Flickable {
+    // Scrolls where a large font makes the card higher than the window.
+    ScrollArea {
+        id: area
+
         anchors.fill: parent
-        interactive: false
-        contentWidth: width
         contentHeight: Math.max(height, card.height + 2 * card.margin)
 
         Item {
@@ -59,7 +60,8 @@ FocusScope {
 
             readonly property real margin: 32
 
-            anchors.centerIn: parent
+            x: (area.width - width) / 2
+            y: (area.contentHeight - height) / 2
             width: 400
             height: column.height + 2 * column.y
             opacity: screen.showWelcome ? 1 : 0

@@ -17,6 +17,10 @@ DropArea {
     onExited: hoverChanged(false)
     onDropped: drop => {
         hoverChanged(false);
-        drop.accepted = slot.acceptDrop(drop.urls);
+        // A copy, whatever was proposed: the source of a move would remove its file.
+        if (slot.acceptDrop(drop.urls))
+            drop.accept(Qt.CopyAction);
+        else
+            drop.accepted = false;
     }
 }

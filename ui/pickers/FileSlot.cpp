@@ -88,8 +88,12 @@ bool FileSlot::acceptDrop(const QList<QUrl>& items) const
     return true;
 }
 
-void FileSlot::choose(const QUrl& file)
+void FileSlot::choose(const QUrl& item)
 {
+    const QUrl file = fileUrlOf(item);
+    if (file.isEmpty()) {
+        return; // a dialog may confirm without a choice, or with something that is on no disk of this machine
+    }
     store(*m_state, m_place, file);
     if (m_place == Place::SingleFile) {
         m_state->setStatusMessage(QStringLiteral("Selected: ") + fileName(file));

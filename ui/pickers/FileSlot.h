@@ -47,7 +47,7 @@ public:
     Q_INVOKABLE bool acceptDrop(const QList<QUrl>& items) const;
 
     /// Takes the choice of the open dialog.
-    Q_INVOKABLE void choose(const QUrl& file);
+    Q_INVOKABLE void choose(const QUrl& item);
     Q_INVOKABLE void clear();
 
 Q_SIGNALS:

@@ -68,7 +68,11 @@ Item {
         onClicked: dialog.open()
 
         HoverHandler {
-            onHoveredChanged: picker.isHovered = hovered
+            // The zone that gives way to a chosen file was not left.
+            onHoveredChanged: {
+                if (!fileSlot.filled)
+                    picker.isHovered = hovered;
+            }
         }
 
         FileDropArea {

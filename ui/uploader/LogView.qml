@@ -51,9 +51,11 @@ ScrollArea {
         enabled: view.stale
     }
 
+    // As large as the view, not as the text: a painted item of that height would take a second to draw.
     Squircle {
-        width: view.width
-        height: view.contentHeight
+        parent: view
+        z: -1
+        anchors.fill: parent
         radius: 12
         fill: Look.textBackgroundColor
     }

@@ -32,6 +32,7 @@ T.TextField {
         text: qsTr("Enter video name")
         color: Look.placeholderTextColor
         opacity: field.uploader.videoName === "" ? 1 : 0
+        visible: field.preeditText === "" // an input method composes in its place
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
         Accessible.ignored: true

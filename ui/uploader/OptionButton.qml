@@ -18,17 +18,24 @@ T.RadioButton {
     hoverEnabled: true
     checked: selected
     Accessible.description: enabled ? "" : qsTr("Not available now")
-    // A screen reader may check it without a click. A click then chooses twice, which is the same as once.
-    onCheckedChanged: {
-        if (checked && !selected)
-            clicked();
-    }
+    onCheckedChanged: lookAgain.running = checked && !selected
     Keys.onPressed: event => {
         if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter)
             return;
         event.accepted = true;
         if (!event.isAutoRepeat)
             option.clicked();
+    }
+
+    // A screen reader checks the option without a click. After a click it is selected by the time this looks.
+    Timer {
+        id: lookAgain
+
+        interval: 0
+        onTriggered: {
+            if (option.checked && !option.selected)
+                option.clicked();
+        }
     }
 
     FocusRing {
