@@ -206,6 +206,8 @@ void EndToEndTest::aRefusedTransferFails()
         return run.log().endsWith(u"Upload Error: AzCopy exited with code 1\n");
     }));
     QVERIFY(run.service.requestsTo(LocalService::registrationPath).empty());
+    const QString signature = expired.section(QStringLiteral("sig="), 1);
+    QVERIFY(!signature.isEmpty() && !run.log().contains(signature));
 }
 
 int main(int argc, char** argv)

@@ -4,6 +4,10 @@
 #include "tests/support/CapturedOutput.h"
 
 #include <QCoro/QCoroTask>
+#include <QFile>
+#include <QSslConfiguration>
+#include <QSslKey>
+#include <QSslServer>
 #include <QTest>
 
 #include <functional>
@@ -92,6 +96,7 @@ private Q_SLOTS:
     void transportFailures_data();
     void transportFailures();
     void theKeyStaysWithItsOrigin();
+    void anUnknownCertificateIsRefused();
     void anEmptyKeyIsSentLikeAnyOther();
     void whatCannotBeSent();
     void aStopAbandonsARequest();
@@ -262,6 +267,24 @@ void APIServiceTest::theKeyStaysWithItsOrigin()
     QVERIFY2(ending.description.contains(QLatin1StringView("another server")),
              qPrintable(ending.description));
     QVERIFY(other.requests().empty());
+}
+
+void APIServiceTest::anUnknownCertificateIsRefused()
+{
+    const auto contentOf = [](const char* file) {
+        QFile pem(QFINDTESTDATA(file));
+        return pem.open(QIODevice::ReadOnly) ? pem.readAll() : QByteArray();
+    };
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setLocalCertificate(QSslCertificate(contentOf("unknown.pem")));
+    configuration.setPrivateKey(QSslKey(contentOf("unknown.key"), QSsl::Ec));
+    QSslServer server;
+    server.setSslConfiguration(configuration);
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const Ending ending =
+        run(pullStartup, APIService(QStringLiteral("https://127.0.0.1:%1/api").arg(server.serverPort())));
+    QVERIFY2(ending.description.contains(QLatin1StringView("No secure connection")),
+             qPrintable(ending.description));
 }
 
 void APIServiceTest::anEmptyKeyIsSentLikeAnyOther()
