@@ -1,75 +1,15 @@
 #include "local/LocalService.h"
-#include "service/APIService.h"
-#include "service/Error.h"
+#include "tests/service/Calls.h"
 #include "tests/support/CapturedOutput.h"
 
-#include <QCoro/QCoroTask>
-#include <QFile>
-#include <QSslConfiguration>
-#include <QSslKey>
-#include <QSslServer>
 #include <QTest>
 
-#include <functional>
-
 using namespace tessary;
-using namespace std::chrono_literals;
 using local::Answer;
 using local::Fault;
 using local::LocalService;
 
 namespace {
-
-/// How a call ended: "ok", "none", or the error.
-struct Ending
-{
-    QString result;
-    QString domain;
-    int code = -1;
-    QString description;
-};
-
-using Call = std::function<QCoro::Task<QString>(const APIService&)>;
-
-QCoro::Task<QString> pullStartup(const APIService& service) // NOLINT: the service outlives every call here
-{
-    const std::optional<Workspace> workspace =
-        co_await service.pullStartupInformation(QStringLiteral(" a key "));
-    co_return workspace ? QStringLiteral("ok") : QStringLiteral("none");
-}
-
-QCoro::Task<QString> requestUrl(const APIService& service) // NOLINT: as above
-{
-    const SASUrlResponse answer =
-        co_await service.requestUploadURL(QStringLiteral("key"), QString::fromUtf8("a\"b ü.mov"), {});
-    co_return answer.sasUrl.isEmpty() ? QStringLiteral("none") : QStringLiteral("ok");
-}
-
-QCoro::Task<QString> submit(const APIService& service) // NOLINT: as above
-{
-    const LibraryEntry entry =
-        co_await service.submitLibraryData(QStringLiteral("key"), QStringLiteral("L"), QStringLiteral("R"),
-                                           QStringLiteral("Separate"), true, -5, QStringLiteral("N"));
-    co_return entry.fileFormat3D == QLatin1StringView("Separate") ? QStringLiteral("ok")
-                                                                  : QStringLiteral("none");
-}
-
-QCoro::Task<> settle(QCoro::Task<QString> call, std::shared_ptr<std::optional<Ending>> ending)
-{
-    try {
-        const QString result = co_await call;
-        *ending = Ending{result, {}, -1, {}};
-    } catch (const Error& error) {
-        *ending = Ending{QStringLiteral("error"), error.domain(), error.code(), error.description()};
-    }
-}
-
-Ending run(const Call& call, const APIService& service)
-{
-    const auto ending = std::make_shared<std::optional<Ending>>();
-    settle(call(service), ending);
-    return QTest::qWaitFor([&ending] { return ending->has_value(); }, 20'000) ? **ending : Ending{};
-}
 
 Fault answered(int status, const QByteArray& body)
 {
@@ -93,13 +33,7 @@ private Q_SLOTS:
     void requestsAreExact();
     void endings_data();
     void endings();
-    void transportFailures_data();
-    void transportFailures();
-    void theKeyStaysWithItsOrigin();
-    void anUnknownCertificateIsRefused();
     void anEmptyKeyIsSentLikeAnyOther();
-    void whatCannotBeSent();
-    void aStopAbandonsARequest();
 };
 
 void APIServiceTest::requestsAreExact()
@@ -224,69 +158,6 @@ void APIServiceTest::endings()
     }
 }
 
-void APIServiceTest::transportFailures_data()
-{
-    QTest::addColumn<Fault>("fault");
-    QTest::addColumn<QString>("words");
-    QTest::newRow("cut off") << Fault::brokenOff(20)
-                             << QStringLiteral("closed before its answer was complete");
-    QTest::newRow("no answer") << Fault::neverAnswered()
-                               << QStringLiteral("did not answer within 0.5 seconds");
-    QTest::newRow("redirect round and round")
-        << Fault::redirected(LocalService::startupPath) << QStringLiteral("too many times");
-    QTest::newRow("too large") << answered(200, QByteArray(70 * 1024 * 1024, ' '))
-                               << QStringLiteral("too large");
-}
-
-void APIServiceTest::transportFailures()
-{
-    QFETCH(Fault, fault);
-    QFETCH(QString, words);
-    LocalService server;
-    if (fault.answer && !fault.answer->location.isEmpty()) {
-        fault.answer->location = server.baseUrl().toLatin1() + fault.answer->location;
-        for (int i = 0; i < 60; ++i) {
-            server.addFault(LocalService::startupPath, fault);
-        }
-    }
-    server.addFault(LocalService::startupPath, fault);
-    const CapturedOutput output;
-    const Ending ending = run(pullStartup, APIService(server.baseUrl(), 500ms));
-    QCOMPARE(ending.domain, QStringLiteral("QNetworkReply"));
-    QVERIFY2(ending.description.contains(words), qPrintable(ending.description));
-    QCOMPARE(output.text(), QByteArray());
-}
-
-void APIServiceTest::theKeyStaysWithItsOrigin()
-{
-    LocalService server;
-    const LocalService other;
-    server.addFault(LocalService::startupPath,
-                    Fault::redirected(other.baseUrl().toLatin1() + LocalService::startupPath));
-    const Ending ending = run(pullStartup, APIService(server.baseUrl()));
-    QVERIFY2(ending.description.contains(QLatin1StringView("another server")),
-             qPrintable(ending.description));
-    QVERIFY(other.requests().empty());
-}
-
-void APIServiceTest::anUnknownCertificateIsRefused()
-{
-    const auto contentOf = [](const char* file) {
-        QFile pem(QFINDTESTDATA(file));
-        return pem.open(QIODevice::ReadOnly) ? pem.readAll() : QByteArray();
-    };
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setLocalCertificate(QSslCertificate(contentOf("unknown.pem")));
-    configuration.setPrivateKey(QSslKey(contentOf("unknown.key"), QSsl::Ec));
-    QSslServer server;
-    server.setSslConfiguration(configuration);
-    QVERIFY(server.listen(QHostAddress::LocalHost));
-    const Ending ending =
-        run(pullStartup, APIService(QStringLiteral("https://127.0.0.1:%1/api").arg(server.serverPort())));
-    QVERIFY2(ending.description.contains(QLatin1StringView("No secure connection")),
-             qPrintable(ending.description));
-}
-
 void APIServiceTest::anEmptyKeyIsSentLikeAnyOther()
 {
     LocalService server;
@@ -301,44 +172,6 @@ void APIServiceTest::anEmptyKeyIsSentLikeAnyOther()
     QVERIFY(std::any_of(headers.begin(), headers.end(), [](const auto& header) {
         return header.first.compare("X-TESSARY-APPKEY", Qt::CaseInsensitive) == 0 && header.second.isEmpty();
     }));
-}
-
-void APIServiceTest::whatCannotBeSent()
-{
-    LocalService server;
-    QCOMPARE(run(pullStartup, APIService(QStringLiteral("http://no host/api"))).domain,
-             QStringLiteral("tessary_macos_uploader.APIServiceError"));
-    const QString down = QStringLiteral("http://127.0.0.1:9/api");
-    QVERIFY(run(pullStartup, APIService(down)).description.contains(QLatin1StringView("refused")));
-
-    const APIService service(server.baseUrl());
-    const auto smuggle = [](const APIService& client) -> QCoro::Task<QString> { // NOLINT: it captures nothing
-        co_await client.pullStartupInformation(QStringLiteral("key\r\nX-Other: 1"));
-        co_return QString();
-    };
-    QVERIFY(run(smuggle, service).description.contains(QLatin1StringView("line break")));
-    QVERIFY(server.requests().empty());
-}
-
-void APIServiceTest::aStopAbandonsARequest()
-{
-    LocalService server;
-    server.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
-    std::stop_source stop;
-    const APIService service(server.baseUrl());
-    const auto ending = std::make_shared<std::optional<Ending>>();
-    const Call call = [&stop](const APIService& client) {
-        return [](QCoro::Task<SASUrlResponse> request) -> QCoro::Task<QString> {
-            const SASUrlResponse answer = co_await request;
-            co_return answer.sasUrl;
-        }(client.requestUploadURL(QStringLiteral("key"), QStringLiteral("f"), stop.get_token()));
-    };
-    settle(call(service), ending);
-    QTRY_COMPARE(server.requests().size(), std::size_t{1});
-    stop.request_stop();
-    QVERIFY(!ending->has_value()); // nothing resumes inside the stop
-    QTRY_VERIFY(ending->has_value());
-    QVERIFY((*ending)->description.contains(QLatin1StringView("abandoned")));
 }
 
 QTEST_GUILESS_MAIN(APIServiceTest)

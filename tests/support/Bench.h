@@ -9,6 +9,14 @@
 
 namespace tessary {
 
+/// Notes its file and URL, says so, and then waits for a file named "go" (or "go-FILE") before it exits.
+inline const QByteArray patientTool = R"(
+    name=$(basename "$2"); trap 'echo "stopped $name"; exit 1' TERM
+    printf '%s %s\n' "$name" "$3" >> "$home/runs"
+    echo "copying $name"
+    until [ -e "$home/go" ] || [ -e "$home/go-$name" ]; do sleep 0.02; done
+    echo "copied $name")";
+
 /// A program without a screen: its state objects against a local service and a scripted tool.
 class Bench
 {

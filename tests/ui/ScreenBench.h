@@ -39,6 +39,18 @@ public:
 
     [[nodiscard]] bool click(const char* name) { return driver().click(QLatin1StringView(name)); }
 
+    /// Signs in without asking the service, and waits for the uploader screen.
+    [[nodiscard]] bool showUploader()
+    {
+        session().setApiKey(QStringLiteral("key"));
+        return driver().ready(QStringLiteral("nameField"));
+    }
+
+    void press(int key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(&window(), Qt::Key(key), modifiers);
+    }
+
     /// What has the keyboard, by name.
     [[nodiscard]] QString focused()
     {

@@ -38,19 +38,13 @@ private Q_SLOTS:
 private:
     [[nodiscard]] FileUploaderState& state() { return m_bench->state(); }
 
-    void press(int key, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(&m_bench->window(), Qt::Key(key), modifiers);
-    }
-
     std::unique_ptr<ScreenBench> m_bench;
 };
 
 void UploaderFormTest::init()
 {
     m_bench = std::make_unique<ScreenBench>();
-    m_bench->session().setApiKey(u"key"_s);
-    QVERIFY(m_bench->driver().ready(u"nameField"_s));
+    QVERIFY(m_bench->showUploader());
 }
 
 void UploaderFormTest::uploadButtonFollowsTheInputs_data()
@@ -168,7 +162,7 @@ void UploaderFormTest::formIsDisabledWhileUploading()
     for (const char* name : {"formatOption:2D", "perspectiveOption:360", "clearButton", "nameField"}) {
         QTest::mouseClick(&m_bench->window(), Qt::LeftButton, {}, m_bench->centreOf(name));
     }
-    press(Qt::Key_X);
+    m_bench->press(Qt::Key_X);
     QCOMPARE(state().selectedFileFormat(), "Separate");
     QCOMPARE(state().selectedPerspective(), "60");
     QCOMPARE(state().selectedFileLeft(), file("/l.mov"));

@@ -43,19 +43,13 @@ private Q_SLOTS:
 private:
     [[nodiscard]] FileUploaderState& state() { return m_bench->state(); }
 
-    void press(int key, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(&m_bench->window(), Qt::Key(key), modifiers);
-    }
-
     std::unique_ptr<ScreenBench> m_bench;
 };
 
 void UploaderWindowTest::init()
 {
     m_bench = std::make_unique<ScreenBench>();
-    m_bench->session().setApiKey(u"key"_s);
-    QVERIFY(m_bench->driver().ready(u"nameField"_s));
+    QVERIFY(m_bench->showUploader());
 }
 
 void UploaderWindowTest::tabReachesEverythingInReadingOrder()
@@ -81,15 +75,15 @@ void UploaderWindowTest::tabReachesEverythingInReadingOrder()
     QStringList reached;
     for (qsizetype count = 0; count < expected.size(); ++count) {
         reached.append(m_bench->focused());
-        press(Qt::Key_Tab);
+        m_bench->press(Qt::Key_Tab);
     }
     QCOMPARE(reached, expected);
     QCOMPARE(m_bench->focused(), "workspaceBlock"); // and round again
     m_bench->item("formatOption:2D")->forceActiveFocus(Qt::TabFocusReason);
-    press(Qt::Key_Space);
+    m_bench->press(Qt::Key_Space);
     QCOMPARE(state().selectedFileFormat(), "2D");
     m_bench->item("perspectiveOption:360")->forceActiveFocus(Qt::TabFocusReason);
-    press(Qt::Key_Return);
+    m_bench->press(Qt::Key_Return);
     QCOMPARE(state().selectedPerspective(), "360");
 }
 
@@ -182,18 +176,18 @@ void UploaderWindowTest::headerNamesTheWorkspaceAndLeadsToTheKey()
 void UploaderWindowTest::quittingAsksWhileSomethingIsUnderWay()
 {
     auto underWay = m_bench->application().uploadActivity()->begin({});
-    press(Qt::Key_Q, Qt::ControlModifier);
+    m_bench->press(Qt::Key_Q, Qt::ControlModifier);
     QTRY_VERIFY(m_bench->item("quitQuestion") != nullptr);
-    press(Qt::Key_Escape);
+    m_bench->press(Qt::Key_Escape);
     QTRY_VERIFY(m_bench->item("quitQuestion") == nullptr);
     QVERIFY(!m_bench->window().close());
     QTRY_COMPARE(m_bench->focused(), "declineButton");
-    press(Qt::Key_Return);
+    m_bench->press(Qt::Key_Return);
     QTRY_VERIFY(m_bench->item("quitQuestion") == nullptr);
     QCOMPARE(m_bench->program().windowCount(), 1);
-    press(Qt::Key_N, Qt::ControlModifier);
+    m_bench->press(Qt::Key_N, Qt::ControlModifier);
     QTRY_COMPARE(m_bench->program().windowCount(), 2);
-    press(Qt::Key_W, Qt::ControlModifier); // the other window still holds the program
+    m_bench->press(Qt::Key_W, Qt::ControlModifier); // the other window still holds the program
     QTRY_COMPARE(m_bench->program().windowCount(), 1);
 }
 

@@ -11,15 +11,6 @@ namespace {
 
 const QString separate = QStringLiteral("Separate");
 const QString completed = QStringLiteral("Upload completed successfully!");
-const QString canceled = QStringLiteral("Upload canceled");
-
-/// Notes its file and URL, says so, and then waits for a file named "go" (or "go-FILE") before it exits.
-const QByteArray patientTool = R"(
-    name=$(basename "$2"); trap 'echo "stopped $name"; exit 1' TERM
-    printf '%s %s\n' "$name" "$3" >> "$home/runs"
-    echo "copying $name"
-    until [ -e "$home/go" ] || [ -e "$home/go-$name" ]; do sleep 0.02; done
-    echo "copied $name")";
 
 } // namespace
 
@@ -39,12 +30,6 @@ private Q_SLOTS:
     void aFailedRequestCancelsTheOther();
     void registrationFailures_data();
     void registrationFailures();
-    void cancelling();
-    void cancellingARequest();
-    void aSupersededUploadIsMute_data();
-    void aSupersededUploadIsMute();
-    void anUploadOutlivesItsScreen();
-    void endingEverything();
 };
 
 void WorkflowTest::missingInputs_data()
@@ -244,95 +229,6 @@ void WorkflowTest::registrationFailures()
     QVERIFY2(bench.screen->logs().endsWith(log), qPrintable(bench.screen->logs()));
     QCOMPARE(bench.screen->statusMessage(), completed);
     QVERIFY(!bench.screen->isUploading());
-}
-
-void WorkflowTest::cancelling()
-{
-    Bench bench(patientTool);
-    bench.startUpload(separate);
-    QVERIFY(bench.logHas("copying left.mov") && bench.logHas("copying right.mov"));
-    const QString before = bench.screen->logs();
-    bench.screen->cancelUpload();
-    QVERIFY(!bench.screen->isUploading());
-    QCOMPARE(bench.screen->statusMessage(), canceled);
-    QCOMPARE(bench.screen->logs(), before);
-    QVERIFY(bench.isIdle());
-    QCOMPARE(bench.screen->statusMessage(), canceled);
-    QVERIFY(bench.logHas("stopped left.mov") && bench.logHas("stopped right.mov"));
-    QVERIFY(bench.screen->logs().endsWith(QLatin1StringView("Upload canceled by user\n")));
-    QCOMPARE(bench.registrations(), std::size_t{0});
-}
-
-void WorkflowTest::cancellingARequest()
-{
-    Bench bench(patientTool);
-    bench.service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
-    bench.startUpload();
-    QTRY_COMPARE(bench.service.requests().size(), std::size_t{1});
-    bench.screen->cancelUpload();
-    QCOMPARE(bench.screen->statusMessage(), canceled);
-    QVERIFY(bench.isIdle());
-    QCOMPARE(bench.screen->statusMessage(),
-             QStringLiteral("Error: The request was abandoned because the upload was canceled."));
-}
-
-void WorkflowTest::aSupersededUploadIsMute_data()
-{
-    QTest::addColumn<QByteArray>("onTerm");
-    QTest::newRow("ends as cancelled") << QByteArray("echo noise; sleep 0.3; exit 1");
-    QTest::newRow("ends well all the same") << QByteArray("echo noise; sleep 0.3; exit 0");
-}
-
-void WorkflowTest::aSupersededUploadIsMute()
-{
-    QFETCH(QByteArray, onTerm);
-    Bench bench("if [ ! -e $home/second ]; then trap '" + onTerm +
-                "' TERM; echo first; while :; do sleep 0.02; done; fi" + patientTool);
-    bench.startUpload();
-    QVERIFY(bench.logHas("first"));
-    bench.tool.make("second");
-    bench.screen->cancelUpload();
-    bench.screen->setSelectedFile(QUrl::fromLocalFile(QStringLiteral("/videos/second.mov")));
-    bench.screen->startUpload();
-    bench.statuses.clear();
-    QVERIFY(bench.logHas("copying second.mov"));
-    QTest::qWait(500); // the first one has wound down
-    QVERIFY(bench.screen->isUploading());
-    QCOMPARE(bench.screen->logs(), QStringLiteral("Received Upload Sessions\n\ncopying second.mov\n\n"));
-    bench.tool.make("go");
-    QVERIFY(bench.isIdle());
-    QCOMPARE(bench.statuses, (QStringList{QStringLiteral("Uploading..."), completed}));
-    QCOMPARE(bench.registrations(), std::size_t{1});
-}
-
-void WorkflowTest::anUploadOutlivesItsScreen()
-{
-    Bench bench(patientTool);
-    bench.startUpload();
-    const std::weak_ptr<FileUploaderState> state = bench.screen;
-    QVERIFY(bench.logHas("copying clip.mov"));
-    bench.screen.reset();
-    QVERIFY(!state.expired());
-    bench.tool.make("go");
-    QVERIFY(bench.isIdle());
-    QCOMPARE(bench.registrations(), std::size_t{1});
-    QTRY_VERIFY(state.expired());
-}
-
-void WorkflowTest::endingEverything()
-{
-    Bench bench("trap '' TERM" + patientTool.split('\n').mid(2).join('\n'));
-    bench.startUpload();
-    QTRY_VERIFY(bench.tool.has("runs"));
-    QSignalSpy ended(bench.app.uploadActivity(), &UploadActivity::ended);
-    QSignalSpy killing(bench.app.uploadActivity(), &UploadActivity::killTools);
-    bench.app.uploadActivity()->endAll();
-    QCOMPARE(ended.count(), 0);
-    QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 20'000);
-    QCOMPARE(killing.count(), 1); // the tool would not listen
-    QVERIFY(bench.isIdle());
-    bench.app.uploadActivity()->endAll();
-    QCOMPARE(ended.count(), 2); // at once when nothing runs
 }
 
 QTEST_GUILESS_MAIN(WorkflowTest)
