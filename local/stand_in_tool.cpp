@@ -1,0 +1,114 @@
+// Stands in for the transfer tool where that one is too orderly. Takes the same arguments and behaves as the
+// source file's name says:
+//   good…         reports progress and succeeds
+//   patient…      says nothing until it is stopped
+//   talkative…    writes 1000 reports a second, each in a chunk of its own, until it is stopped
+//   flood-tiny…   writes 100 MB as fast as it can, 8 bytes at a time
+//   flood-huge…   the same, 1 MiB at a time
+//   flood-lines…  the same, in lines of 1 MiB
+// What floods then waits to be stopped. A termination request ends it with status 1, and its time, in
+// nanoseconds of the monotonic clock, is the last line of a file "stopped" beside the program.
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cinttypes>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t floodBytes = 100'000'000;
+constexpr std::size_t mebibyte = 1024 * 1024;
+constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
+
+std::string stopNote; // where to write the time
+
+extern "C" void noteTheStop(int /*signal*/)
+{
+    timespec now = {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    const int note = open(stopNote.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    dprintf(note, "%" PRId64 "\n", now.tv_sec * nanosecondsPerSecond + now.tv_nsec);
+    std::_Exit(EXIT_FAILURE);
+}
+
+void put(std::string_view text)
+{
+    while (!text.empty()) {
+        const ssize_t written = write(STDOUT_FILENO, text.data(), text.size());
+        if (written < 0 && errno != EINTR) {
+            std::_Exit(EXIT_FAILURE);
+        }
+        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+    }
+}
+
+void flood(std::string_view chunk)
+{
+    for (std::size_t left = floodBytes; left > 0; left -= std::min(left, chunk.size())) {
+        put(chunk);
+    }
+}
+
+[[noreturn]] void waitForTheStop()
+{
+    for (;;) {
+        pause();
+    }
+}
+
+[[noreturn]] void talk()
+{
+    constexpr timespec millisecond{0, 1'000'000};
+    for (int count = 0;; ++count) {
+        std::array<char, 64> report{};
+        const int size =
+            std::snprintf(report.data(), report.size(), "\r%d.%d %%, 2-sec Throughput (Mb/s): %d.5",
+                          count / 1000 % 100, count / 100 % 10, count % 1000);
+        put({report.data(), static_cast<std::size_t>(size)});
+        nanosleep(&millisecond, nullptr);
+    }
+}
+
+void behave(std::string_view mood)
+{
+    if (mood.starts_with("good")) {
+        put("\r50.0 %, 0 Done, 0 Failed, 1 Pending, 2-sec Throughput (Mb/s): 951.6");
+        std::_Exit(EXIT_SUCCESS);
+    }
+    if (mood.starts_with("talkative")) {
+        talk();
+    } else if (mood.starts_with("flood-tiny")) {
+        flood("7 bytes\n");
+    } else if (mood.starts_with("flood-huge")) {
+        std::string chunk;
+        while (chunk.size() < mebibyte) {
+            chunk += "a line of no great length\n";
+        }
+        flood(chunk);
+    } else if (mood.starts_with("flood-lines")) {
+        flood(std::string(mebibyte, '=') + '\n');
+    }
+    waitForTheStop();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 3) {
+        return EXIT_FAILURE;
+    }
+    const std::string_view self = argv[0];
+    stopNote = std::string(self.substr(0, self.rfind('/') + 1)) + "stopped";
+    std::signal(SIGTERM, noteTheStop);
+    const std::string_view file = argv[2];
+    behave(file.substr(file.rfind('/') + 1));
+}
