@@ -35,54 +35,39 @@ Window {
             quitLoader.active = true;
     }
 
+    // By address: what a screen is made of is then not read before that screen is shown.
     Loader {
         id: content
+
+        readonly property int screen: window.application.screen
+
+        function show() {
+            switch (screen) {
+            case UploaderApp.Login:
+                return setSource("../keys/LoginView.qml", {
+                    focus: true,
+                    sessionManager: window.application.sessionManager
+                });
+            case UploaderApp.ChangeKey:
+                return setSource("../keys/ChangeKey.qml", {
+                    focus: true,
+                    sessionManager: window.application.sessionManager,
+                    appManager: window.application.appManager
+                });
+            default:
+                return setSource("../uploader/FileUploaderView.qml", {
+                    focus: true,
+                    application: window.application
+                });
+            }
+        }
 
         anchors.fill: parent
         focus: !quitLoader.active
         enabled: !quitLoader.active
-        sourceComponent: {
-            switch (window.application.screen) {
-            case UploaderApp.Login:
-                return login;
-            case UploaderApp.ChangeKey:
-                return changeKey;
-            default:
-                return uploader;
-            }
-        }
+        onScreenChanged: show()
+        Component.onCompleted: show()
     }
-
-    // The loader makes the screens in this file's context, which the linter does not know.
-    // qmllint disable unqualified
-    Component {
-        id: login
-
-        LoginView {
-            focus: true
-            sessionManager: window.application.sessionManager
-        }
-    }
-
-    Component {
-        id: changeKey
-
-        ChangeKey {
-            focus: true
-            sessionManager: window.application.sessionManager
-            appManager: window.application.appManager
-        }
-    }
-
-    Component {
-        id: uploader
-
-        FileUploaderView {
-            focus: true
-            application: window.application
-        }
-    }
-    // qmllint enable unqualified
 
     Loader {
         id: quitLoader

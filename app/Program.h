@@ -2,6 +2,7 @@
 
 #include "app/SuspendInhibitor.h"
 #include "app/tessary_macos_uploaderApp.h"
+#include "look/CaretRest.h"
 
 #include <QObject>
 #include <QQmlComponent>
@@ -50,6 +51,7 @@ private:
 
     tessary_macos_uploaderApp m_application;
     SuspendInhibitor m_suspendInhibitor;
+    look::CaretRest m_caretRest;
     QQmlEngine m_engine; ///< after the state it shows, so that it goes first
     QQmlComponent m_windowComponent;
     std::vector<std::unique_ptr<QQuickWindow>> m_windows;

@@ -1,13 +1,14 @@
 // Stands in for the transfer tool where that one is too orderly. Takes the same arguments and behaves as the
 // source file's name says:
 //   good…         reports progress and succeeds
-//   patient…      says nothing until it is stopped
+//   failing…      complains and exits with 3
+//   patient…      says "ready", and nothing else until it is stopped
 //   talkative…    writes 1000 reports a second, each in a chunk of its own, until it is stopped
 //   flood-tiny…   writes 100 MB as fast as it can, 8 bytes at a time
 //   flood-huge…   the same, 1 MiB at a time
 //   flood-lines…  the same, in lines of 1 MiB
-// What floods then waits to be stopped. A termination request ends it with status 1, and its time, in
-// nanoseconds of the monotonic clock, is the last line of a file "stopped" beside the program.
+// What floods then says "flooded" and waits to be stopped. A termination request ends it with status 1, and
+// its time, in nanoseconds of the monotonic clock, is the last line of a file "stopped" beside the program.
 
 #include <algorithm>
 #include <array>
@@ -66,14 +67,20 @@ void flood(std::string_view chunk)
 
 [[noreturn]] void talk()
 {
-    constexpr timespec millisecond{0, 1'000'000};
+    constexpr std::int64_t interval = 1'000'000;
+    timespec now = {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    std::int64_t next = now.tv_sec * nanosecondsPerSecond + now.tv_nsec;
     for (int count = 0;; ++count) {
         std::array<char, 64> report{};
         const int size =
             std::snprintf(report.data(), report.size(), "\r%d.%d %%, 2-sec Throughput (Mb/s): %d.5",
                           count / 1000 % 100, count / 100 % 10, count % 1000);
         put({report.data(), static_cast<std::size_t>(size)});
-        nanosleep(&millisecond, nullptr);
+        next += interval;
+        // Until a point in time, so that what a report takes is no part of the interval.
+        const timespec then{next / nanosecondsPerSecond, next % nanosecondsPerSecond};
+        clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &then, nullptr);
     }
 }
 
@@ -83,7 +90,13 @@ void behave(std::string_view mood)
         put("\r50.0 %, 0 Done, 0 Failed, 1 Pending, 2-sec Throughput (Mb/s): 951.6");
         std::_Exit(EXIT_SUCCESS);
     }
-    if (mood.starts_with("talkative")) {
+    if (mood.starts_with("failing")) {
+        put("nothing works\n");
+        std::_Exit(3);
+    }
+    if (mood.starts_with("patient")) {
+        put("ready\n");
+    } else if (mood.starts_with("talkative")) {
         talk();
     } else if (mood.starts_with("flood-tiny")) {
         flood("7 bytes\n");
@@ -95,6 +108,9 @@ void behave(std::string_view mood)
         flood(chunk);
     } else if (mood.starts_with("flood-lines")) {
         flood(std::string(mebibyte, '=') + '\n');
+    }
+    if (mood.starts_with("flood")) {
+        put("flooded\n");
     }
     waitForTheStop();
 }

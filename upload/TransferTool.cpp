@@ -111,6 +111,7 @@ private:
     {
         m_onStop.reset();
         m_refresher.stop();
+        m_listener = {}; // lets go of the upload now, not when this is deleted
         fulfil(outcome);
         deleteLater();
     }

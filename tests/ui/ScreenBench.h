@@ -12,11 +12,13 @@
 
 namespace tessary {
 
-/// The real program with one window, over a service that refuses every connection.
+/// The real program with one window; unless told otherwise, over a service that refuses every connection.
 class ScreenBench
 {
 public:
-    ScreenBench() : m_program({QStringLiteral("http://127.0.0.1:9/api"), m_folder.path(), m_folder.path()})
+    explicit ScreenBench(const QString& baseUrl = QStringLiteral("http://127.0.0.1:9/api"),
+                         const QString& resourcesFolder = {})
+        : m_program({baseUrl, m_folder.path(), resourcesFolder})
     {
         if (!m_program.openWindow()) {
             qFatal("no window");
@@ -40,9 +42,9 @@ public:
     [[nodiscard]] bool click(const char* name) { return driver().click(QLatin1StringView(name)); }
 
     /// Signs in without asking the service, and waits for the uploader screen.
-    [[nodiscard]] bool showUploader()
+    [[nodiscard]] bool showUploader(const QString& key = QStringLiteral("key"))
     {
-        session().setApiKey(QStringLiteral("key"));
+        session().setApiKey(key);
         return driver().ready(QStringLiteral("nameField"));
     }
 

@@ -158,7 +158,7 @@ void LookTest::screensHoldNoMarkupAndNoValues()
     static const QRegularExpression rawEdit(uR"(\bTextEdit\s*\{(?![^}]*textFormat: TextEdit\.PlainText))"_s);
     static const QRegularExpression value(
         uR"(["']#[0-9a-fA-F]{3,8}|Qt\.rgba|pixelSize|pointSize|easing\.)"_s);
-    if (!file.endsWith("/StyledText.qml"_L1) && !file.endsWith("/Tip.qml"_L1)) {
+    if (!file.endsWith("/StyledText.qml"_L1) && !file.endsWith("/TipBubble.qml"_L1)) {
         QVERIFY2(!rawText.match(text).hasMatch(), qPrintable(rawText.match(text).captured()));
     }
     QVERIFY(!rawEdit.match(text).hasMatch());

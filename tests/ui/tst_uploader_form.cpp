@@ -133,8 +133,9 @@ void UploaderFormTest::eyesAreIndependentAndStayDropTargets()
 
 void UploaderFormTest::dialogChoiceAndClearWriteTheStatus()
 {
-    auto* dialog = m_bench->item("filePicker")->findChild<QObject*>("openFileDialog");
     QVERIFY(m_bench->click("filePicker"));
+    auto* dialog = m_bench->item("filePicker")->findChild<QObject*>("openFileDialog");
+    QVERIFY(dialog != nullptr);
     QTRY_VERIFY(dialog->property("visible").toBool());
     QVERIFY(QMetaObject::invokeMethod(dialog, "close"));
     QVERIFY(QMetaObject::invokeMethod(dialog, "rejected"));

@@ -36,17 +36,16 @@ QImage blurredAndTurned(const QImage& alpha, const std::vector<float>& kernel)
 {
     const int reach = static_cast<int>(kernel.size()) / 2;
     QImage result(alpha.height(), alpha.width(), QImage::Format_Alpha8);
+    const int width = alpha.width();
+    // With as much of nothing at both ends as the kernel reaches, so that no sum has to look where it is.
+    std::vector<float> row(static_cast<std::size_t>(width + 2 * reach));
+    uchar* const turned = result.bits();
+    const qsizetype stride = result.bytesPerLine();
     for (int y = 0; y < alpha.height(); ++y) {
-        const uchar* row = alpha.constScanLine(y);
-        for (int x = 0; x < alpha.width(); ++x) {
-            float sum = 0;
-            for (int offset = -reach; offset <= reach; ++offset) {
-                const int from = x + offset;
-                if (from >= 0 && from < alpha.width()) {
-                    sum += kernel[static_cast<std::size_t>(offset + reach)] * static_cast<float>(row[from]);
-                }
-            }
-            result.scanLine(x)[y] = static_cast<uchar>(std::lround(sum));
+        std::copy_n(alpha.constScanLine(y), width, row.begin() + reach);
+        for (int x = 0; x < width; ++x) {
+            const float sum = std::inner_product(kernel.begin(), kernel.end(), row.begin() + x, 0.F);
+            turned[x * stride + y] = static_cast<uchar>(sum + 0.5F);
         }
     }
     return result;
@@ -164,14 +163,14 @@ void BlurredShadow::geometryChange(const QRectF& newGeometry, const QRectF& oldG
 void BlurredShadow::itemChange(ItemChange change, const ItemChangeData& data)
 {
     QQuickItem::itemChange(change, data);
-    if (change == ItemDevicePixelRatioHasChanged) {
+    if (change == ItemDevicePixelRatioHasChanged || change == ItemVisibleHasChanged) {
         update();
     }
 }
 
 QSGNode* BlurredShadow::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
 {
-    if (size().isEmpty() || m_color.alpha() == 0) {
+    if (!isVisible() || size().isEmpty() || m_color.alpha() == 0) {
         delete node;
         return nullptr;
     }

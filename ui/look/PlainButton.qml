@@ -31,6 +31,6 @@ T.AbstractButton {
 
     Tip {
         text: button.tip
-        visible: button.hovered && button.tip !== ""
+        shown: button.hovered && button.tip !== ""
     }
 }

@@ -10,7 +10,7 @@
 
 namespace tessary::look {
 
-SquirclePainter::SquirclePainter(QQuickItem* parent) : QQuickPaintedItem(parent)
+SquirclePainter::SquirclePainter(QQuickItem* parent) : VisiblePainter(parent)
 {
     setAntialiasing(true);
     connect(this, &SquirclePainter::lookChanged, this, [this] { update(); });

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "look/VisiblePainter.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <QVariantList>
 #include <QtQml/qqml.h>
 
@@ -9,7 +10,8 @@ namespace tessary::look {
 
 /// Paints a squircle `margin` inside its own bounds, so that an outline may lie on the shape's edge. Use
 /// Squircle, which lays the margin outside the shape's rectangle.
-class SquirclePainter : public QQuickPaintedItem
+class SquirclePainter
+    : public tessary::look::VisiblePainter // in full: the linter of the screens knows it by that name
 {
     Q_OBJECT
     QML_ELEMENT

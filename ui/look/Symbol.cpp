@@ -40,7 +40,7 @@ QImage inkOf(const QString& name, QSize size, qreal turn)
 
 } // namespace
 
-Symbol::Symbol(QQuickItem* parent) : QQuickPaintedItem(parent)
+Symbol::Symbol(QQuickItem* parent) : VisiblePainter(parent)
 {
     connect(this, &Symbol::lookChanged, this, [this] { update(); });
 }

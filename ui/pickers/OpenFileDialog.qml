@@ -1,13 +1,15 @@
 import QtQuick
-import QtQuick.Dialogs
 import Tessary
 
-// The one way to choose a file: the desktop's dialog, for one file of any type.
-FileDialog {
+// The one way to choose a file. The dialog is made when it is first opened: its libraries are the slowest to load.
+Loader {
     required property FileSlot slot
 
-    objectName: "openFileDialog"
-    fileMode: FileDialog.OpenFile
-    modality: Qt.ApplicationModal
-    onAccepted: slot.choose(selectedFile)
+    function open() {
+        if (!item)
+            setSource("DesktopFileDialog.qml", {
+                slot: slot
+            });
+        item.open(); // qmllint disable
+    }
 }

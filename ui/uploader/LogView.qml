@@ -15,6 +15,16 @@ ScrollArea {
         shownLogs = uploader.logs;
         log.text = shownLogs;
     }
+    onVisibleChanged: noticeChange()
+
+    function noticeChange() {
+        // An announcement of what is shown already asks for no frame, and what cannot be seen waits until it can.
+        if (stale || !visible || uploader.logs === shownLogs)
+            return;
+        stale = true;
+        if (Window.window)
+            Window.window.update();
+    }
 
     function takeUp() {
         stale = false;
@@ -32,11 +42,7 @@ ScrollArea {
 
     Connections {
         function onLogsChanged() {
-            if (view.stale)
-                return;
-            view.stale = true;
-            if (view.Window.window)
-                view.Window.window.update();
+            view.noticeChange();
         }
 
         target: view.uploader

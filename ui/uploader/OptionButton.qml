@@ -44,7 +44,7 @@ T.RadioButton {
 
     Tip {
         text: option.tip
-        visible: option.hovered && option.tip !== ""
+        shown: option.hovered && option.tip !== ""
     }
 
     SpringValue {

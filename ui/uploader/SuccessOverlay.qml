@@ -3,15 +3,22 @@ import Tessary
 
 // Says for a moment, over the whole screen, that an upload is complete. It is there while it is shown and while it
 // fades; each time it comes up it asks for its end.
-SuccessNotice {
+Loader {
     id: overlay
 
     required property FileUploaderState uploader
+    readonly property bool shown: uploader.showSuccessAnimation
 
-    shown: uploader.showSuccessAnimation
     opacity: shown ? 1 : 0
-    visible: shown || opacity > 0
-    onAppeared: uploader.successOverlayAppeared()
+    visible: active
+    active: shown || opacity > 0
+    // The loader makes this in the file's context, which the linter does not know.
+    // qmllint disable unqualified
+    sourceComponent: SuccessNotice {
+        shown: overlay.shown
+        onAppeared: overlay.uploader.successOverlayAppeared()
+    }
+    // qmllint enable unqualified
 
     Behavior on opacity {
         EaseMotion {}

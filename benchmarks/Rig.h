@@ -1,0 +1,85 @@
+#pragma once
+
+#include "app/Program.h"
+#include "local/WindowDriver.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <chrono>
+#include <optional>
+
+namespace tessary::local {
+
+/// The local service in a process of its own, so that nothing it uses counts as the program's. It ends with
+/// the object, and with this process. The constructor blocks until the service answers; throws
+/// std::runtime_error when it does not.
+class ServiceProcess
+{
+public:
+    explicit ServiceProcess(bool withStore);
+    ~ServiceProcess();
+    Q_DISABLE_COPY_MOVE(ServiceProcess)
+
+    [[nodiscard]] const QString& baseUrl() const { return m_baseUrl; }
+
+private:
+    QProcess m_process;
+    QString m_baseUrl;
+};
+
+/// One run of the program, signed in, in a window that is worked with mouse and key events. What is asked of
+/// it and does not come about throws std::runtime_error. What waits sleeps in the event loop until something
+/// is announced: there is no polling whose cost would be taken for the program's.
+class Rig
+{
+public:
+    /// The transfer tool: the real one with a real blob store, or the stand-in.
+    enum class Tool { Real, StandIn };
+
+    explicit Rig(Tool tool);
+
+    /// What the window's screen shows.
+    [[nodiscard]] FileUploaderState& state() const;
+
+    /// Drops the file on the form and names the video.
+    void choose(const QString& file);
+
+    void click(const QString& name);
+
+    /// Fails at once when an error is shown instead.
+    void awaitStatus(const QString& text) const;
+
+    /// Waits until the log holds the text.
+    void awaitLog(const QString& text) const;
+
+    /// Waits until no upload and no registration is under way.
+    void awaitIdle();
+
+    [[nodiscard]] Program& program() { return m_program; }
+
+    [[nodiscard]] QQuickWindow& window() const { return *m_program.windows().front(); }
+
+    [[nodiscard]] local::WindowDriver& driver() { return *m_driver; }
+
+    [[nodiscard]] const QString& serviceRoot() const { return m_service.baseUrl(); }
+
+private:
+    QTemporaryDir m_folder;
+    ServiceProcess m_service;
+    Program m_program;
+    std::optional<WindowDriver> m_driver;
+};
+
+inline const QString completedStatus = QStringLiteral("Upload completed successfully!");
+
+/// The folder of the stand-in for the transfer tool.
+[[nodiscard]] QString standInFolder();
+
+/// Runs the event loop for that long and does nothing else.
+void runFor(std::chrono::milliseconds duration);
+
+/// Throws std::runtime_error unless the thing was done.
+void require(bool done, const QString& what);
+
+} // namespace tessary::local

@@ -1,0 +1,86 @@
+#include "local/LocalService.h"
+#include "local/Readings.h"
+#include "tests/ui/ScreenBench.h"
+
+using namespace tessary;
+
+namespace {
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool memoryIsOurs = false; // the sanitizer keeps what was freed
+#else
+constexpr bool memoryIsOurs = true;
+#endif
+
+/// Less than half of what the tool writes.
+constexpr qint64 memoryBound = 48LL * 1024 * 1024;
+
+} // namespace
+
+/// A tool that writes 100 MB as fast as it can, seen through the program's window.
+class FloodTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theWindowStaysInUse_data();
+    void theWindowStaysInUse();
+};
+
+void FloodTest::theWindowStaysInUse_data()
+{
+    QTest::addColumn<QString>("file");
+    for (const char* file : {"flood-tiny.mp4", "flood-huge.mp4", "flood-lines.mp4"}) {
+        QTest::newRow(file) << QString::fromLatin1(file);
+    }
+}
+
+void FloodTest::theWindowStaysInUse()
+{
+    QFETCH(QString, file);
+    const local::LocalService service;
+    ScreenBench bench(service.baseUrl(), QStringLiteral(TESSARY_STAND_IN));
+    QVERIFY(bench.showUploader(local::localWorkspaces().front().key));
+    FileUploaderState& state = bench.state();
+    state.setSelectedFile(QUrl::fromLocalFile(QLatin1StringView("/videos/") + file));
+    state.setVideoName(QStringLiteral("High water"));
+    bool flooded = false;
+    qsizetype longest = 0;
+    connect(&state, &FileUploaderState::logsChanged, this, [&] {
+        flooded = flooded || state.logs().contains(QLatin1StringView("flooded"));
+        longest = std::max(longest, state.logs().size());
+    });
+
+    // Cancelled in the middle, with the mouse.
+    QVERIFY(bench.click("uploadButton"));
+    QTRY_VERIFY(longest > 0);
+    const qint64 before = local::takeReadings().residentBytes;
+    QVERIFY(bench.click("cancelUploadButton"));
+    QCOMPARE(state.statusMessage(), QStringLiteral("Upload canceled"));
+    QTRY_VERIFY_WITH_TIMEOUT(!bench.application().uploadActivity()->underWay(), 20'000);
+    QVERIFY(!flooded);
+    QVERIFY(local::takeReadings().children.isEmpty());
+
+    // To its end, with the window in use meanwhile.
+    int frames = 0;
+    connect(&bench.window(), &QQuickWindow::frameSwapped, this, [&frames] { ++frames; });
+    QVERIFY(bench.click("uploadButton"));
+    QTRY_VERIFY(longest > 0);
+    for (const bool shown : {false, true}) {
+        QVERIFY(bench.click("detailsButton"));
+        QCOMPARE(state.showDetails(), shown);
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(flooded, 60'000);
+    QVERIFY(frames > 0);
+    QTRY_VERIFY(bench.driver().textOf(QStringLiteral("logText")).endsWith(QLatin1StringView("flooded\n\n")));
+    QVERIFY(longest <= TransferLog::maxLogLength);
+    const qint64 growth = local::takeReadings().peakResidentBytes - before;
+    QVERIFY2(!memoryIsOurs || growth < memoryBound, qPrintable(QString::number(growth)));
+
+    QVERIFY(bench.click("cancelUploadButton"));
+    QTRY_VERIFY_WITH_TIMEOUT(!bench.application().uploadActivity()->underWay(), 20'000);
+    QCOMPARE(state.statusMessage(), QStringLiteral("Upload canceled"));
+}
+
+QTEST_MAIN(FloodTest)
+#include "tst_flood.moc"
