@@ -25,7 +25,7 @@ QHash<QString, double> runMicroBenchmarks()
             QStringLiteral("the micro benchmarks"));
     QHash<QString, double> medians;
     const QJsonObject report = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
-    for (const QJsonValue& entry : report[QStringLiteral("benchmarks")].toArray()) {
+    for (const auto entry : report[QStringLiteral("benchmarks")].toArray()) {
         if (entry[QStringLiteral("aggregate_name")].toString() == QLatin1StringView("median")) {
             medians.insert(entry[QStringLiteral("run_name")].toString(),
                            entry[QStringLiteral("cpu_time")].toDouble() / 1e3);

@@ -1,6 +1,7 @@
 #include "local/Azurite.h"
 
 #include <QDeadlineTimer>
+#include <QDirIterator>
 #include <QEventLoop>
 #include <QNetworkReply>
 #include <QRegularExpression>
@@ -38,28 +39,53 @@ Azurite::Azurite()
     }
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    m_process.start(QStringLiteral("node"),
-                    {QStringLiteral(TESSARY_AZURITE), QStringLiteral("--disableTelemetry"),
-                     QStringLiteral("--skipApiVersionCheck"), QStringLiteral("--silent"),
-                     QStringLiteral("--blobHost"), QStringLiteral("127.0.0.1"), QStringLiteral("--blobPort"),
-                     QStringLiteral("0"), QStringLiteral("--location"), m_folder.path()});
-
-    QByteArray output;
-    QDeadlineTimer deadline(startupMilliseconds);
-    while (m_store.root.isEmpty()) {
-        if (!m_process.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
-            fail(QStringLiteral("The blob store did not start: %1\n%2")
-                     .arg(m_process.errorString(), QString::fromUtf8(output)));
-        }
-        output += m_process.readAll();
-        m_store.root = announcedRoot(output);
-    }
+    start();
 }
 
 Azurite::~Azurite()
 {
     m_process.kill(); // it holds nothing worth an orderly end
     m_process.waitForFinished();
+}
+
+void Azurite::start()
+{
+    const QString port = QString::number(qMax(QUrl(m_store.root).port(), 0)); // 0: any that is free
+    m_process.start(QStringLiteral("node"),
+                    {QStringLiteral(TESSARY_AZURITE), QStringLiteral("--disableTelemetry"),
+                     QStringLiteral("--skipApiVersionCheck"), QStringLiteral("--silent"),
+                     QStringLiteral("--blobHost"), QStringLiteral("127.0.0.1"), QStringLiteral("--blobPort"),
+                     port, QStringLiteral("--location"), m_folder.path()});
+
+    QByteArray output;
+    QString root;
+    QDeadlineTimer deadline(startupMilliseconds);
+    while (root.isEmpty()) {
+        if (!m_process.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
+            fail(QStringLiteral("The blob store did not start: %1\n%2")
+                     .arg(m_process.errorString(), QString::fromUtf8(output)));
+        }
+        output += m_process.readAll();
+        root = announcedRoot(output);
+    }
+    m_store.root = root;
+}
+
+void Azurite::stop()
+{
+    m_process.terminate(); // its data is complete when it has ended in order
+    if (!m_process.waitForFinished(requestMilliseconds)) {
+        fail(QStringLiteral("The blob store does not end."));
+    }
+}
+
+qint64 Azurite::storedBytes() const
+{
+    qint64 sum = 0;
+    for (QDirIterator file(m_folder.path(), QDir::Files, QDirIterator::Subdirectories); file.hasNext();) {
+        sum += file.nextFileInfo().size();
+    }
+    return sum;
 }
 
 void Azurite::createContainer(const QString& container)

@@ -15,10 +15,19 @@ namespace tessary::local {
 class Azurite
 {
 public:
-    /// Starts the emulator and waits until it accepts requests.
     Azurite();
     ~Azurite();
     Q_DISABLE_COPY_MOVE(Azurite)
+
+    /// Starts the emulator, again at its old address and with its data if it ran before, and waits until it
+    /// accepts requests. A new object is started.
+    void start();
+
+    /// Ends the emulator; what it was asked meanwhile is left without an answer.
+    void stop();
+
+    /// How much it has written down, in bytes.
+    [[nodiscard]] qint64 storedBytes() const;
 
     [[nodiscard]] const BlobStore& store() const { return m_store; }
 

@@ -1,11 +1,13 @@
 #include "local/LocalService.h"
 
 #include <QMetaEnum>
+#include <QSslSocket>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
 
 #include <stdexcept>
+#include <sys/socket.h>
 
 namespace tessary::local {
 namespace {
@@ -15,19 +17,29 @@ constexpr QLatin1StringView apiRoot("/api");
 /// Long enough for a client to have read one answer before the next one arrives.
 constexpr std::chrono::milliseconds betweenReversedAnswers{100};
 
+constexpr std::chrono::milliseconds betweenDrops{20};
+
 /// Remembers which connection spoke last: the server asks for an answer while that connection's data is read.
 class Listener : public QTcpServer
 {
 public:
-    Listener(QPointer<QTcpSocket>& asking, QObject* parent) : QTcpServer(parent), m_asking(asking) {}
+    Listener(QPointer<QTcpSocket>& asking, const std::optional<QSslConfiguration>& tls, QObject* parent)
+        : QTcpServer(parent), m_asking(asking), m_tls(tls)
+    {
+    }
 
 protected:
     void incomingConnection(qintptr descriptor) override
     {
-        auto* socket = new QTcpSocket(this);
+        auto* secure = m_tls ? new QSslSocket(this) : nullptr;
+        QTcpSocket* socket = m_tls ? secure : new QTcpSocket(this);
         if (!socket->setSocketDescriptor(descriptor)) {
             delete socket;
             return;
+        }
+        if (m_tls) {
+            secure->setSslConfiguration(*m_tls);
+            secure->startServerEncryption();
         }
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { m_asking = socket; });
         addPendingConnection(socket);
@@ -35,7 +47,23 @@ protected:
 
 private:
     QPointer<QTcpSocket>& m_asking;
+    const std::optional<QSslConfiguration>& m_tls;
 };
+
+/// Closes without the usual farewell: the other side is told that the connection broke.
+void reset(QTcpSocket& socket)
+{
+    const linger none{1, 0};
+    setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &none, sizeof none);
+    socket.abort();
+}
+
+void drip(QTcpSocket& socket)
+{
+    auto* drops = new QTimer(&socket);
+    QObject::connect(drops, &QTimer::timeout, &socket, [&socket] { socket.write(" "); });
+    drops->start(betweenDrops);
+}
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
 using ResponderArgument = QHttpServerResponder&;
@@ -80,24 +108,50 @@ void LocalService::Pending::deliver() const
     }
 }
 
-void LocalService::Pending::breakOff(qsizetype after) const
+void LocalService::Pending::breakOff(const Breakage& breakage) const
 {
-    if (QTcpSocket* socket = connection.data()) {
-        socket->write("HTTP/1.1 " + QByteArray::number(answer.status) + " Broken\r\nContent-Type: " +
-                      answer.contentType + "\r\nContent-Length: " + QByteArray::number(answer.body.size()) +
-                      (answer.location.isEmpty() ? QByteArray() : "\r\nLocation: " + answer.location) +
-                      "\r\n\r\n" + answer.body.left(after));
+    QTcpSocket* socket = connection.data();
+    if (socket == nullptr) {
+        return;
+    }
+    QByteArray header =
+        "HTTP/1.1 " + QByteArray::number(answer.status) + " Broken\r\nContent-Type: " + answer.contentType;
+    if (!answer.location.isEmpty()) {
+        header += "\r\nLocation: " + answer.location;
+    }
+    if (breakage.end != Breakage::End::Dripping) { // whose end is that of the connection
+        header += "\r\nContent-Length: " + QByteArray::number(answer.body.size());
+    }
+    header += "\r\n\r\n";
+    switch (breakage.sent) {
+    case Breakage::Sent::Nothing:
+        break;
+    case Breakage::Sent::HalfTheHeader:
+        socket->write(header.left(header.size() / 2));
+        break;
+    case Breakage::Sent::HalfTheBody:
+        socket->write(header + answer.body.left(answer.body.size() / 2));
+        break;
+    case Breakage::Sent::Everything:
+        socket->write(header + answer.body);
+    }
+    socket->flush();
+    switch (breakage.end) {
+    case Breakage::End::Closed:
         socket->disconnectFromHost();
+        break;
+    case Breakage::End::Reset:
+        reset(*socket);
+        break;
+    case Breakage::End::Dripping:
+        drip(*socket);
     }
 }
 
 LocalService::LocalService(BlobStore store)
-    : m_library(std::move(store)), m_listener(new Listener(m_asking, this))
+    : m_library(std::move(store)), m_listener(new Listener(m_asking, m_tls, this))
 {
-    if (!m_listener->listen(QHostAddress::LocalHost)) {
-        throw std::runtime_error("The local service cannot listen: " +
-                                 m_listener->errorString().toStdString());
-    }
+    comeUp();
     m_server.bind(m_listener);
     for (const char* path : {startupPath, uploadUrlPath, registrationPath, libraryPath}) {
         m_server.route(apiRoot + QLatin1StringView(path),
@@ -111,7 +165,27 @@ LocalService::~LocalService() = default;
 
 QString LocalService::baseUrl() const
 {
-    return QStringLiteral("http://127.0.0.1:%1%2").arg(m_listener->serverPort()).arg(apiRoot);
+    return QStringLiteral("%1://127.0.0.1:%2%3")
+        .arg(m_tls ? QStringLiteral("https") : QStringLiteral("http"))
+        .arg(m_port)
+        .arg(apiRoot);
+}
+
+void LocalService::goDown()
+{
+    m_listener->close();
+    for (QTcpSocket* connection : m_listener->findChildren<QTcpSocket*>()) {
+        connection->abort();
+    }
+}
+
+void LocalService::comeUp()
+{
+    if (!m_listener->listen(QHostAddress::LocalHost, m_port)) {
+        throw std::runtime_error("The local service cannot listen: " +
+                                 m_listener->errorString().toStdString());
+    }
+    m_port = m_listener->serverPort();
 }
 
 std::vector<ReceivedRequest> LocalService::requestsTo(const char* path) const
@@ -146,9 +220,10 @@ void LocalService::handle(const QHttpServerRequest& request, std::shared_ptr<QHt
     Reversal& reversal = m_reversals[received.path];
     if (fault.unanswered) {
         m_unanswered.push_back(pending);
-    } else if (fault.breakOffAfter) {
+    } else if (fault.breakage) {
         m_unanswered.push_back(pending);
-        pending.breakOff(*fault.breakOffAfter);
+        // Not while the connection is being read.
+        QTimer::singleShot(0, this, [pending, breakage = *fault.breakage] { pending.breakOff(breakage); });
     } else if (reversal.count > 0) {
         hold(reversal, pending);
     } else {

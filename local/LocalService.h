@@ -8,8 +8,10 @@
 #include <QHttpServerResponder>
 #include <QObject>
 #include <QPointer>
+#include <QSslConfiguration>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QTcpServer;
@@ -57,6 +59,16 @@ public:
 
     void addFault(const char* path, const Fault& fault);
 
+    /// What was asked for and has not happened will not.
+    void clearFaults() { m_faults.clear(); }
+
+    /// Breaks every connection and refuses new ones, until it comes up again at the same address.
+    void goDown();
+    void comeUp();
+
+    /// Speaks TLS from the next connection on.
+    void useTls(const QSslConfiguration& configuration) { m_tls = configuration; }
+
     /// Holds the next so many requests to the path back until all are there, and then answers the last one
     /// first.
     void answerInReverse(const char* path, std::size_t count);
@@ -75,7 +87,7 @@ private:
         Answer answer;
 
         void deliver() const;
-        void breakOff(qsizetype after) const;
+        void breakOff(const Breakage& breakage) const;
     };
 
     struct Reversal
@@ -90,7 +102,9 @@ private:
 
     VideoLibrary m_library;
     QHttpServer m_server;
+    std::optional<QSslConfiguration> m_tls;
     QTcpServer* m_listener;        ///< owned by the server
+    quint16 m_port = 0;            ///< free to choose until it listens
     QPointer<QTcpSocket> m_asking; ///< whose request is being read
     std::vector<ReceivedRequest> m_requests;
     QHash<QString, QList<Fault>> m_faults;

@@ -26,7 +26,7 @@ class APIService
 public:
     static constexpr std::chrono::milliseconds standardTimeout{60'000};
 
-    /// @param timeout how long a request may go without a byte before it is given up
+    /// @param timeout how long a request may take until its answer is complete
     explicit APIService(QString baseUrl = standardBaseUrl(),
                         std::chrono::milliseconds timeout = standardTimeout);
 

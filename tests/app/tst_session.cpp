@@ -3,14 +3,12 @@
 #include "local/LocalService.h"
 #include "tests/support/CapturedOutput.h"
 
-#include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <sys/stat.h>
-
 using namespace tessary;
+using local::Breakage;
 using local::Fault;
 using local::LocalService;
 using Screen = tessary_macos_uploaderApp::Screen;
@@ -19,13 +17,6 @@ namespace {
 
 const QString studioKey = local::localWorkspaces().at(0).key;
 const QString archiveKey = local::localWorkspaces().at(1).key;
-
-int modeOf(const QString& path)
-{
-    struct stat status = {};
-    return stat(QFile::encodeName(path).constData(), &status) == 0 ? static_cast<int>(status.st_mode & 0777)
-                                                                   : -1;
-}
 
 } // namespace
 
@@ -37,10 +28,6 @@ private Q_SLOTS:
 
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-    void keysSurviveInAFileOfTheirOwner();
-    void brokenSettingsCountAsNoKey_data();
-    void brokenSettingsCountAsNoKey();
-    void anUnwritablePlaceKeepsTheKeyInMemory();
     void startUp_data();
     void startUp();
     void signingIn();
@@ -50,11 +37,6 @@ private Q_SLOTS:
     void aFormMayGoBeforeItsTaskRuns();
 
 private:
-    [[nodiscard]] QString settings() const
-    {
-        return m_folder->filePath(QStringLiteral("config/settings.json"));
-    }
-
     [[nodiscard]] Places places(const LocalService& service) const
     {
         return {service.baseUrl(), m_folder->filePath(QStringLiteral("config")), m_folder->path()};
@@ -62,68 +44,6 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void SessionTest::keysSurviveInAFileOfTheirOwner()
-{
-    const mode_t before = umask(0);
-    const StoredApiKey store(m_folder->filePath(QStringLiteral("a/b/config")));
-    const QString file = m_folder->filePath(QStringLiteral("a/b/config/settings.json"));
-    QCOMPARE(store.read(), QString());
-    for (const QString& key : {QStringLiteral(" key\n\"ü\" "), QString()}) {
-        QVERIFY(store.write(key));
-        QCOMPARE(store.read(), key);
-        QCOMPARE(modeOf(file), 0600);
-    }
-    QCOMPARE(modeOf(QFileInfo(file).path()), 0700);
-
-    // A file that was opened up by someone is closed again.
-    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
-    QVERIFY(store.write(QStringLiteral("key")));
-    QCOMPARE(modeOf(file), 0600);
-    QCOMPARE(QDir(QFileInfo(file).path()).entryList(QDir::Files).size(), 1);
-    umask(before);
-}
-
-void SessionTest::brokenSettingsCountAsNoKey_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("garbage") << QByteArray("\xff\x00\x01", 3);
-    QTest::newRow("list") << QByteArray("[\"key\"]");
-    QTest::newRow("number") << QByteArray(R"({"apiKey": 7})");
-    QTest::newRow("other") << QByteArray(R"({"apikey": "x"})");
-}
-
-void SessionTest::brokenSettingsCountAsNoKey()
-{
-    QFETCH(QByteArray, content);
-    QDir(m_folder->path()).mkdir(QStringLiteral("config"));
-    QFile file(settings());
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    file.close();
-
-    const LocalService service;
-    tessary_macos_uploaderApp app(places(service));
-    QCOMPARE(app.screen(), Screen::Login);
-    app.sessionManager()->setStoredApiKey(QStringLiteral("key"));
-    QCOMPARE(app.sessionManager()->storedApiKey(), QStringLiteral("key"));
-}
-
-void SessionTest::anUnwritablePlaceKeepsTheKeyInMemory()
-{
-    QFile wall(m_folder->filePath(QStringLiteral("config"))); // a file where the folder should be
-    QVERIFY(wall.open(QIODevice::WriteOnly));
-    const LocalService service;
-    tessary_macos_uploaderApp app(places(service));
-    KeyForm form;
-    form.setProperty("sessionManager", QVariant::fromValue(app.sessionManager()));
-    form.setApiKey(studioKey);
-    form.submitKey();
-    QTRY_VERIFY(app.sessionManager()->hasWorkspace());
-    QCOMPARE(app.sessionManager()->apiKey(), studioKey);
-    QCOMPARE(app.sessionManager()->storedApiKey(), QString());
-}
 
 void SessionTest::startUp_data()
 {
@@ -199,7 +119,8 @@ void SessionTest::signingIn()
     QTRY_COMPARE(shown, turns + turns);
     QCOMPARE(problems.count(), 2);
 
-    service.addFault(LocalService::startupPath, Fault::brokenOff(5));
+    service.addFault(LocalService::startupPath,
+                     Fault::broken(Breakage::Sent::HalfTheBody, Breakage::End::Closed));
     form.setApiKey(studioKey);
     form.submitKey();
     QTRY_VERIFY(session.signInProblem().contains(QLatin1StringView("connection")));

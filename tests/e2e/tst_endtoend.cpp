@@ -21,6 +21,9 @@ const QString statusLine = QStringLiteral("statusLine");
 const QString uploadButton = QStringLiteral("uploadButton");
 const QString completed = QStringLiteral("Upload completed successfully!");
 
+/// Takes the tool some seconds; a sparse file.
+constexpr qint64 largeFile = 512LL * 1024 * 1024;
+
 QByteArray contentOf(const QString& path)
 {
     QFile file(path);
@@ -95,8 +98,14 @@ private Q_SLOTS:
     void aPairKeepsTheOrderOfTheAnswers();
     void aNewUploadFollowsACancelledOneAtOnce();
     void aRefusedTransferFails();
+    void aStoreThatComesBackIsWaitedFor();
+    void anUploadToAStoreThatIsGoneCanBeCancelled();
 
 private:
+    /// Starts the upload of a large file and stops the store in the middle of it.
+    [[nodiscard]] bool loseStore(Run& run);
+    [[nodiscard]] bool largeFileArrives(Run& run);
+
     QTemporaryDir m_toolFolder;
     std::optional<Azurite> m_azurite;
 };
@@ -208,6 +217,59 @@ void EndToEndTest::aRefusedTransferFails()
     QVERIFY(run.service.requestsTo(LocalService::registrationPath).empty());
     const QString signature = expired.section(QStringLiteral("sig="), 1);
     QVERIFY(!signature.isEmpty() && !run.log().contains(signature));
+}
+
+bool EndToEndTest::loseStore(Run& run)
+{
+    const qint64 stored = m_azurite->storedBytes();
+    QFile file(run.folder.filePath(QStringLiteral("large.mp4")));
+    if (!file.open(QIODevice::WriteOnly) || !file.resize(largeFile) || !run.start() ||
+        !run.driver->drop(filePicker, {QUrl::fromLocalFile(file.fileName())}) ||
+        !run.driver->type(QStringLiteral("nameField"), QStringLiteral("Large")) ||
+        !run.driver->click(uploadButton) ||
+        !WindowDriver::await(QStringLiteral("the first blocks in the store"),
+                             [&] { return m_azurite->storedBytes() > stored + largeFile / 32; })) {
+        return false;
+    }
+    m_azurite->stop();
+    // Two reports: at least one of them speaks of a time without the store.
+    const qsizetype reports = run.log().count(u'%');
+    return WindowDriver::await(QStringLiteral("the tool's reports"),
+                               [&] { return run.log().count(u'%') >= reports + 2; }) &&
+           run.driver->textOf(statusLine) == QStringLiteral("Uploading...") &&
+           run.driver->ready(QStringLiteral("cancelUploadButton"));
+}
+
+bool EndToEndTest::largeFileArrives(Run& run)
+{
+    if (!run.isRegistered() || run.videos().size() != 1 || run.driver->textOf(statusLine) != completed) {
+        return false;
+    }
+    const QByteArray blob = m_azurite->readBlob(run.videos().front().uploadedUrl);
+    return blob.size() == largeFile && blob.count('\0') == largeFile;
+}
+
+void EndToEndTest::aStoreThatComesBackIsWaitedFor()
+{
+    Run run(m_azurite->store());
+    QVERIFY(loseStore(run));
+    QVERIFY(run.videos().empty());
+    m_azurite->start();
+    QVERIFY(largeFileArrives(run));
+}
+
+void EndToEndTest::anUploadToAStoreThatIsGoneCanBeCancelled()
+{
+    Run run(m_azurite->store());
+    QVERIFY(loseStore(run));
+    QVERIFY(run.driver->click(QStringLiteral("cancelUploadButton")));
+    QVERIFY(run.driver->shows(statusLine, QStringLiteral("Upload canceled")));
+    m_azurite->start();
+    QVERIFY(run.driver->click(uploadButton));
+    QVERIFY(largeFileArrives(run));
+    const UploadActivity& activity = *run.program.application().uploadActivity();
+    QVERIFY(WindowDriver::await(QStringLiteral("both uploads to end"), [&] { return !activity.underWay(); }));
+    QCOMPARE(run.driver->textOf(statusLine), completed);
 }
 
 int main(int argc, char** argv)

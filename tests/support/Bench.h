@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+
 namespace tessary {
 
 /// Notes its file and URL, says so, and then waits for a file named "go" (or "go-FILE") before it exits.
@@ -61,9 +63,12 @@ public:
         return QTest::qWaitFor([&] { return !app.uploadActivity()->underWay(); }, 20'000);
     }
 
+    /// How many were sent; what follows a redirect is none.
     [[nodiscard]] std::size_t registrations() const
     {
-        return service.requestsTo(local::LocalService::registrationPath).size();
+        const auto sent = service.requestsTo(local::LocalService::registrationPath);
+        const auto isOne = [](const auto& request) { return request.method == "POST"; };
+        return static_cast<std::size_t>(std::count_if(sent.begin(), sent.end(), isOne));
     }
 
 private:

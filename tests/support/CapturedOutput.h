@@ -7,26 +7,26 @@
 
 namespace tessary {
 
-/// Takes what is written to standard output for as long as it lives, and passes it on at its end: a failed
-/// comparison reports there, too.
+/// Takes what is written to standard output, or to standard error, for as long as it lives, and passes it on
+/// at its end: a failed comparison reports there, too.
 class CapturedOutput
 {
 public:
-    CapturedOutput()
+    explicit CapturedOutput(std::FILE* stream = stdout) : m_stream(stream)
     {
-        std::fflush(stdout);
-        if (!m_file.open() || m_before < 0 || dup2(m_file.handle(), STDOUT_FILENO) < 0) {
-            qFatal("Standard output cannot be captured.");
+        std::fflush(m_stream);
+        if (!m_file.open() || m_before < 0 || dup2(m_file.handle(), fileno(m_stream)) < 0) {
+            qFatal("The output cannot be captured.");
         }
     }
 
     ~CapturedOutput()
     {
-        std::fflush(stdout);
-        dup2(m_before, STDOUT_FILENO);
+        std::fflush(m_stream);
+        dup2(m_before, fileno(m_stream));
         close(m_before);
         const QByteArray written = text();
-        std::fwrite(written.constData(), 1, static_cast<std::size_t>(written.size()), stdout);
+        std::fwrite(written.constData(), 1, static_cast<std::size_t>(written.size()), m_stream);
     }
 
     Q_DISABLE_COPY_MOVE(CapturedOutput)
@@ -39,8 +39,9 @@ public:
     }
 
 private:
+    std::FILE* m_stream;
     QTemporaryFile m_file;
-    int m_before = dup(STDOUT_FILENO);
+    int m_before = dup(fileno(m_stream));
 };
 
 } // namespace tessary

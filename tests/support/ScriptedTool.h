@@ -9,9 +9,13 @@ namespace tessary {
 class ScriptedTool
 {
 public:
-    explicit ScriptedTool(const QByteArray& script)
+    explicit ScriptedTool(const QByteArray& script) { replace(script); }
+
+    /// For the next run; a script that is running stays what it is.
+    void replace(const QByteArray& script) const
     {
         QFile file(path("azcopy"));
+        file.remove();
         if (!file.open(QIODevice::WriteOnly)) {
             qFatal("The scripted tool cannot be written.");
         }

@@ -1,6 +1,12 @@
+#include "service/Diagnostics.h"
 #include "tests/support/Bench.h"
 
+#include <QProcess>
 #include <QSignalSpy>
+
+#include <csignal>
+#include <sys/prctl.h>
+#include <sys/wait.h>
 
 using namespace tessary;
 using local::Fault;
@@ -11,6 +17,9 @@ namespace {
 const QString separate = QStringLiteral("Separate");
 const QString completed = QStringLiteral("Upload completed successfully!");
 const QString canceled = QStringLiteral("Upload canceled");
+
+/// Given to this test program, which is then a program that uploads and does not end.
+const QString uploadAPair = QStringLiteral("--upload-a-pair");
 
 } // namespace
 
@@ -26,6 +35,7 @@ private Q_SLOTS:
     void aSupersededUploadIsMute();
     void anUploadOutlivesItsScreen();
     void endingEverything();
+    void aKilledProgramTakesItsToolsAlong();
 };
 
 void EndingsTest::cancelling()
@@ -117,5 +127,43 @@ void EndingsTest::endingEverything()
     QCOMPARE(ended.count(), 2); // at once when nothing runs
 }
 
-QTEST_GUILESS_MAIN(EndingsTest)
+void EndingsTest::aKilledProgramTakesItsToolsAlong()
+{
+    // What a killed process leaves becomes a child of this one, and can be waited for.
+    QCOMPARE(prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
+    const QTemporaryDir folder; // takes what the program cannot clear away any more
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), folder.path());
+    program.setProcessEnvironment(environment);
+    program.start(QCoreApplication::applicationFilePath(), {uploadAPair});
+    QTRY_VERIFY_WITH_TIMEOUT(program.canReadLine(), 20'000);
+    QCOMPARE(program.readLine(), QByteArray("both tools run\n"));
+
+    QSignalSpy ended(&program, &QProcess::finished);
+    program.kill();
+    QVERIFY(ended.wait());
+    QList<int> ends; // the signals that ended the tools
+    for (int status = 0; waitpid(-1, &status, 0) > 0;) {
+        ends.append(WIFSIGNALED(status) ? WTERMSIG(status) : 0);
+    }
+    QCOMPARE(ends, QList<int>({SIGKILL, SIGKILL}));
+    prctl(PR_SET_CHILD_SUBREAPER, 0);
+}
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (QCoreApplication::arguments().contains(uploadAPair)) {
+        const Bench bench("echo \"copying $(basename \"$2\")\"; exec sleep 20");
+        bench.startUpload(separate);
+        if (bench.logHas("copying left.mov") && bench.logHas("copying right.mov")) {
+            printLine(u"both tools run");
+        }
+        return QCoreApplication::exec(); // until it is killed
+    }
+    EndingsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_endings.moc"

@@ -13,8 +13,8 @@ using namespace tessary;
 
 namespace {
 
-constexpr int runs = 100;
-constexpr int stepsPerRun = 25;
+constexpr int runs = 200;
+constexpr int stepsPerRun = 15;
 
 const QString completed = QStringLiteral("Upload completed successfully!");
 

@@ -1,5 +1,4 @@
 #include "tests/support/Bench.h"
-#include "tests/support/CapturedOutput.h"
 
 #include <QSignalSpy>
 
@@ -23,13 +22,9 @@ private Q_SLOTS:
     void missingInputs();
     void oneFile();
     void twoFilesWhoseUrlsAnswerInReverse();
-    void failures_data();
-    void failures();
     void aFailedTransferWaitsForTheOther_data();
     void aFailedTransferWaitsForTheOther();
     void aFailedRequestCancelsTheOther();
-    void registrationFailures_data();
-    void registrationFailures();
 };
 
 void WorkflowTest::missingInputs_data()
@@ -80,10 +75,12 @@ void WorkflowTest::oneFile()
     QVERIFY(!bench.screen->isUploading());
     QVERIFY(bench.screen->showSuccessAnimation());
     bench.screen->setVideoName(QStringLiteral("Late 100% name")); // the registration takes what it finds
+    bench.screen->cancelUpload(); // reaches no upload that has ended, nor its registration
     QVERIFY(bench.isIdle());
 
-    QCOMPARE(bench.statuses, (QStringList{QStringLiteral("Requesting upload URL..."),
-                                          QStringLiteral("Uploading..."), completed}));
+    QCOMPARE(bench.statuses,
+             (QStringList{QStringLiteral("Requesting upload URL..."), QStringLiteral("Uploading..."),
+                          completed, QStringLiteral("Upload canceled")}));
     QCOMPARE(bench.screen->progress(), 0.5);
     QCOMPARE(bench.registrations(), std::size_t{1});
     const local::RegisteredVideo& video = bench.service.library().videos().at(0);
@@ -120,50 +117,6 @@ void WorkflowTest::twoFilesWhoseUrlsAnswerInReverse()
     QVERIFY(bench.logHas("0.0%\n")); // the same, by the name's place marker
 }
 
-void WorkflowTest::failures_data()
-{
-    QTest::addColumn<QByteArray>("script");
-    QTest::addColumn<QByteArray>("urlAnswer"); // empty for the service's own
-    QTest::addColumn<bool>("signedIn");
-    QTest::addColumn<QString>("description");
-    const QByteArray good = "exit 0";
-    QTest::newRow("status of the tool")
-        << QByteArray("exit 7") << QByteArray() << true << QStringLiteral("AzCopy exited with code 7");
-    QTest::newRow("no upload URL") << good << QByteArray("{}") << true
-                                   << QStringLiteral("\"sasUrl\" is missing");
-    QTest::newRow("signed out") << good << QByteArray() << false << QStringLiteral("signed out");
-}
-
-void WorkflowTest::failures()
-{
-    QFETCH(QByteArray, script);
-    QFETCH(QByteArray, urlAnswer);
-    QFETCH(bool, signedIn);
-    QFETCH(QString, description);
-
-    Bench bench(script);
-    if (!urlAnswer.isEmpty()) {
-        bench.service.addFault(LocalService::uploadUrlPath, Fault::answered({200, urlAnswer}));
-    }
-    if (!signedIn) {
-        bench.app.sessionManager()->setApiKey(std::nullopt);
-    }
-    const CapturedOutput output;
-    bench.startUpload();
-    QVERIFY(bench.isIdle());
-    const QString status = bench.screen->statusMessage();
-    QVERIFY2(status.startsWith(QLatin1StringView("Error: ")) && status.contains(description),
-             qPrintable(status));
-    QVERIFY(bench.screen->logs().endsWith(QLatin1StringView("Upload ") + status + u'\n'));
-    QCOMPARE(output.text(), status.mid(7).toUtf8() + '\n');
-    QVERIFY(!bench.screen->isUploading());
-    QCOMPARE(bench.registrations(), std::size_t{0});
-
-    bench.startUpload(); // ready for the next
-    QCOMPARE(bench.screen->logs(), QString());
-    QVERIFY(bench.isIdle());
-}
-
 void WorkflowTest::aFailedTransferWaitsForTheOther_data()
 {
     QTest::addColumn<bool>("cancelTheOther");
@@ -198,37 +151,6 @@ void WorkflowTest::aFailedRequestCancelsTheOther()
     QVERIFY(bench.isIdle());
     QVERIFY(bench.screen->statusMessage().contains(QLatin1StringView("did not answer with an upload URL")));
     QVERIFY(!bench.tool.has("runs"));
-}
-
-void WorkflowTest::registrationFailures_data()
-{
-    QTest::addColumn<bool>("signedIn");
-    QTest::addColumn<QString>("log");
-    QTest::newRow("no entry") << true
-                              << QStringLiteral("API Error: The operation couldn’t be completed. "
-                                                "(tessary_macos_uploader.LibraryDataError error 1.)\n\n");
-    QTest::newRow("signed out") << false
-                                << QStringLiteral(
-                                       "API Error: You have been signed out. Sign in and upload again.\n\n");
-}
-
-void WorkflowTest::registrationFailures()
-{
-    QFETCH(bool, signedIn);
-    QFETCH(QString, log);
-    Bench bench("exit 0");
-    bench.service.addFault(LocalService::registrationPath, Fault::answered({500, "{}"}));
-    bench.startUpload();
-    QVERIFY(bench.reaches(completed));
-    if (!signedIn) {
-        bench.app.sessionManager()->setApiKey(std::nullopt);
-    }
-    bench.screen->cancelUpload(); // an ended upload: only the status changes
-    bench.screen->setStatusMessage(completed);
-    QVERIFY(bench.isIdle());
-    QVERIFY2(bench.screen->logs().endsWith(log), qPrintable(bench.screen->logs()));
-    QCOMPARE(bench.screen->statusMessage(), completed);
-    QVERIFY(!bench.screen->isUploading());
 }
 
 QTEST_GUILESS_MAIN(WorkflowTest)

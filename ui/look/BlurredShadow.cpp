@@ -44,8 +44,9 @@ QImage blurredAndTurned(const QImage& alpha, const std::vector<float>& kernel)
     for (int y = 0; y < alpha.height(); ++y) {
         std::copy_n(alpha.constScanLine(y), width, row.begin() + reach);
         for (int x = 0; x < width; ++x) {
-            const float sum = std::inner_product(kernel.begin(), kernel.end(), row.begin() + x, 0.F);
-            turned[x * stride + y] = static_cast<uchar>(sum + 0.5F);
+            constexpr float rounding = 0.5F; // what is cut off afterwards is rounded then
+            turned[x * stride + y] = static_cast<uchar>(
+                std::inner_product(kernel.begin(), kernel.end(), row.begin() + x, rounding));
         }
     }
     return result;

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QFile>
+#include <QSslConfiguration>
+#include <QSslKey>
+#include <QTest>
+
+namespace tessary {
+
+/// What a service on the loopback address speaks TLS with. Its certificate is signed by nobody but itself.
+inline QSslConfiguration unknownCertificate()
+{
+    const auto contentOf = [](const char* file) {
+        QFile pem(QFINDTESTDATA(file));
+        return pem.open(QIODevice::ReadOnly) ? pem.readAll() : QByteArray();
+    };
+    QSslConfiguration configuration;
+    configuration.setLocalCertificate(QSslCertificate(contentOf("unknown.pem")));
+    configuration.setPrivateKey(QSslKey(contentOf("unknown.key"), QSsl::Ec));
+    return configuration;
+}
+
+/// Whether this process's next connections take that certificate for a known one.
+inline void trustUnknownCertificate(bool trust)
+{
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setCaCertificates(trust ? QList{unknownCertificate().localCertificate()}
+                                          : QList<QSslCertificate>());
+    QSslConfiguration::setDefaultConfiguration(configuration);
+}
+
+} // namespace tessary

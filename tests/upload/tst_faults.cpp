@@ -1,0 +1,231 @@
+#include "tests/support/CapturedOutput.h"
+#include "tests/support/FaultBench.h"
+
+using namespace tessary;
+using namespace std::chrono_literals;
+using local::Breakage;
+using local::Fault;
+using local::LocalService;
+using Sent = Breakage::Sent;
+using End = Breakage::End;
+
+namespace {
+
+/// What is wrong with the tool's file.
+enum class ToolFile { Good, Missing, NotExecutable };
+
+const QString late = QStringLiteral("The service did not answer within 1 seconds.");
+
+/// The upload has failed with these words, or words that begin so; or succeeded, when there are none.
+void checkEnd(const FaultBench& bench, const QByteArray& printed, const QString& words)
+{
+    const QString status = bench.screen->statusMessage();
+    QVERIFY(!bench.screen->isUploading());
+    if (words.isEmpty()) {
+        QCOMPARE(status, completed);
+        QVERIFY2(bench.screen->logs().endsWith(registered), qPrintable(bench.screen->logs()));
+        QCOMPARE(bench.registrations(), std::size_t{1});
+        return;
+    }
+    QVERIFY2(status.startsWith(QLatin1StringView("Error: ")) && status.contains(words), qPrintable(status));
+    QVERIFY2(bench.screen->logs().endsWith(QLatin1StringView("Upload ") + status + u'\n'),
+             qPrintable(bench.screen->logs()));
+    QCOMPARE(printed, status.mid(7).toUtf8() + '\n');
+    QCOMPARE(bench.registrations(), std::size_t{0});
+}
+
+} // namespace
+
+/// A fault at every step of an upload: what is said of it, that the same screen is ready for the next upload,
+/// and that nothing is left of either.
+class FaultsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void service_data();
+    void service();
+    void tool_data();
+    void tool();
+    void aToolThatEndsWellWhenCancelled();
+    void aToolThatWillNotEnd();
+};
+
+void FaultsTest::initTestCase()
+{
+    // What is opened once and kept, TLS included; and the end of the threads, which takes a moment.
+    trustUnknownCertificate(true);
+    const FaultBench bench(patientTool, true);
+    bench.checkNextUpload();
+    bench.checkNothingIsLeft(10);
+}
+
+void FaultsTest::service_data()
+{
+    QTest::addColumn<Trouble>("trouble");
+    QTest::addColumn<Fault>("fault");
+    QTest::addColumn<bool>("atRegistration");
+    QTest::addColumn<QString>("words"); // none when the upload goes well all the same
+    QTest::addColumn<bool>("sent");     // whether the request gets as far as the service
+
+    const auto rows = [](const char* name, Trouble trouble, const Fault& fault, const char* ofUrl,
+                         const char* ofRegistration) {
+        const bool sent = trouble == Trouble::Answer;
+        QTest::addRow("URL: %s", name) << trouble << fault << false << QString::fromUtf8(ofUrl) << sent;
+        QTest::addRow("registration: %s", name)
+            << trouble << fault << true << QString::fromUtf8(ofRegistration) << sent;
+    };
+    const auto both = [&rows](const char* name, Trouble trouble, const Fault& fault, const char* words) {
+        rows(name, trouble, fault, words, words);
+    };
+    const auto answer = [&both](const char* name, const Fault& fault, const char* words) {
+        both(name, Trouble::Answer, fault, words);
+    };
+    const char* const cut = "The connection to the service was closed before its answer was complete.";
+    const char* const broke =
+        "The connection to the service broke, or the service redirected the request. It "
+        "is not sent twice.";
+    answer("reset before the answer", Fault::broken(Sent::Nothing, End::Reset), broke);
+    answer("closed before the answer", Fault::broken(Sent::Nothing, End::Closed), broke);
+    answer("reset within the header", Fault::broken(Sent::HalfTheHeader, End::Reset), broke);
+    answer("reset within the body", Fault::broken(Sent::HalfTheBody, End::Reset), cut);
+    answer("closed within the body", Fault::broken(Sent::HalfTheBody, End::Closed), cut);
+    answer("reset after the answer", Fault::broken(Sent::Everything, End::Reset), "");
+    answer("never answered", Fault::neverAnswered(), qPrintable(late));
+    answer("answered without end", Fault::endless(), qPrintable(late));
+    answer("redirected round and round", Fault::redirected(302, "?again"),
+           "The service redirected the request too many times.");
+    answer("redirected, body and all", Fault::redirected(308, "?again"), broke);
+    rows("not JSON", Trouble::Answer, Fault::answered({502, "<p>Bad gateway</p>"}),
+         "The service did not answer with an upload URL: ",
+         "The operation couldn’t be completed. (tessary_macos_uploader.LibraryDataError error 1.)");
+    rows("nothing of use", Trouble::Answer, Fault::answered({500, "{}"}),
+         "The service did not answer with an upload URL: \"sasUrl\" is missing.",
+         "The operation couldn’t be completed. (tessary_macos_uploader.LibraryDataError error 1.)");
+    both("restarted meanwhile", Trouble::ServiceRestarted, {}, "");
+    both("refused", Trouble::ServiceDown, {},
+         "The service could not be reached: the connection was refused.");
+    both("unknown certificate", Trouble::UnknownCertificate, {},
+         "No secure connection to the service could be made: ");
+    both("signed out", Trouble::SignedOut, {}, "You have been signed out. Sign in and upload again.");
+}
+
+void FaultsTest::service()
+{
+    QFETCH(Trouble, trouble);
+    QFETCH(Fault, fault);
+    QFETCH(bool, atRegistration);
+    QFETCH(QString, words);
+    QFETCH(bool, sent);
+
+    const CapturedOutput output;
+    FaultBench bench(patientTool, trouble == Trouble::UnknownCertificate,
+                     words == late ? 1s : APIService::standardTimeout);
+    if (atRegistration) {
+        bench.upload();
+        QVERIFY(bench.logHas("copying clip.mov"));
+        bench.strike(trouble, LocalService::registrationPath, fault);
+        bench.tool.make("go");
+    } else {
+        bench.strike(trouble, LocalService::uploadUrlPath, fault);
+        bench.tool.make("go");
+        bench.upload();
+    }
+    QVERIFY(bench.isIdle());
+    if (atRegistration && !words.isEmpty()) {
+        QCOMPARE(bench.screen->statusMessage(), completed);
+        QVERIFY(!bench.screen->isUploading());
+        const QString end = bench.screen->logs().section(QStringLiteral("\n\n"), -2, -2);
+        QVERIFY2(end.startsWith(QLatin1StringView("API Error: ") + words), qPrintable(end));
+        QCOMPARE(bench.registrations(), std::size_t{sent ? 1U : 0U}); // none is sent twice
+    } else {
+        checkEnd(bench, output.text(), words);
+    }
+    bench.mend(trouble);
+    bench.checkNextUpload();
+    bench.checkNothingIsLeft();
+}
+
+void FaultsTest::tool_data()
+{
+    QTest::addColumn<ToolFile>("file");
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("words"); // none when the upload goes well all the same
+
+    const auto row = [](const char* name, const char* script, const char* words, const char* format = "2D",
+                        ToolFile file = ToolFile::Good) {
+        QTest::newRow(name) << file << QByteArray(script) << QString::fromUtf8(format)
+                            << QString::fromUtf8(words);
+    };
+    row("missing", "", "AzCopy binary not found", "2D", ToolFile::Missing);
+    row("not executable", "", "Permission denied", "2D", ToolFile::NotExecutable);
+    row("fails", "exit 3", "AzCopy exited with code 3");
+    row("killed", "kill -KILL $$", "AzCopy exited with code 9");
+    row("crashes", "kill -SEGV $$", "AzCopy exited with code 11");
+    row("closes its pipes early and fails", "exec >&- 2>&-; sleep 0.2; exit 3", "AzCopy exited with code 3");
+    row("closes its pipes early and succeeds", "exec >&- 2>&-; sleep 0.2", "");
+    row("leaves its pipes to another", "until [ ! -d $home ]; do sleep 0.05; done & exit 0", "");
+    row("both of a pair fail at once",
+        "touch \"$home/$(basename \"$2\")\"; until [ -e $home/left.mov -a -e $home/right.mov ]; do :; done; "
+        "exit 5",
+        "AzCopy exited with code 5", "Separate");
+    row("one of a pair fails", "case $2 in *left*) exit 4;; esac", "AzCopy exited with code 4", "Separate");
+}
+
+void FaultsTest::tool()
+{
+    QFETCH(ToolFile, file);
+    QFETCH(QByteArray, script);
+    QFETCH(QString, format);
+    QFETCH(QString, words);
+
+    const CapturedOutput output;
+    const FaultBench bench(script);
+    if (file == ToolFile::Missing) {
+        QFile::remove(bench.tool.path("azcopy"));
+    } else if (file == ToolFile::NotExecutable) {
+        QFile::setPermissions(bench.tool.path("azcopy"), QFile::ReadOwner);
+    }
+    bench.upload(format);
+    QVERIFY(bench.isIdle());
+    checkEnd(bench, output.text(), words);
+    bench.checkNextUpload();
+    // Qt 6.4 does not close one end of a pipe when a launch fails.
+    bench.checkNothingIsLeft(file == ToolFile::NotExecutable ? 1 : 0);
+}
+
+void FaultsTest::aToolThatEndsWellWhenCancelled()
+{
+    const FaultBench bench("trap 'exit 0' TERM; echo ready; while :; do sleep 0.02; done");
+    bench.upload();
+    QVERIFY(bench.logHas("ready"));
+    bench.screen->cancelUpload();
+    QVERIFY(!bench.screen->isUploading());
+    QVERIFY(bench.isIdle());
+    checkEnd(bench, {}, {}); // the video is in the store, and no other upload has taken the screen
+    bench.checkNextUpload();
+    bench.checkNothingIsLeft();
+}
+
+void FaultsTest::aToolThatWillNotEnd()
+{
+    const FaultBench bench("trap '' TERM; echo ready; while :; do sleep 0.02; done");
+    bench.upload();
+    QVERIFY(bench.logHas("ready"));
+    bench.screen->cancelUpload();
+    QVERIFY(!bench.screen->isUploading());
+    QCOMPARE(bench.screen->statusMessage(), QStringLiteral("Upload canceled"));
+    bench.checkNextUpload(); // while the first one's tool lives on
+    QCOMPARE(local::takeReadings().children.size(), 1);
+    QVERIFY(bench.app.uploadActivity()->underWay());
+    const QString log = bench.screen->logs();
+    Q_EMIT bench.app.uploadActivity()->killTools();
+    bench.checkNothingIsLeft();
+    QCOMPARE(bench.screen->logs(), log);
+    QCOMPARE(bench.screen->statusMessage(), completed);
+}
+
+QTEST_GUILESS_MAIN(FaultsTest)
+#include "tst_faults.moc"
