@@ -3,6 +3,7 @@
 
 #include "app/ProcessSetup.h"
 #include "benchmarks/Figure.h"
+#include "benchmarks/Rig.h"
 #include "service/Diagnostics.h"
 
 #include <QGuiApplication>
@@ -36,10 +37,13 @@ void printHead()
                   .arg(QStringLiteral(TESSARY_BUILD_TYPE), QStringLiteral(TESSARY_COMPILER),
                        QString::fromLatin1(qVersion()), QSysInfo::prettyProductName())
                   .arg(std::thread::hardware_concurrency()));
+    // Known to a window only, and not before it has been shown.
+    QQuickWindow window;
+    window.show();
+    runFor(std::chrono::milliseconds(300));
+    const bool software = window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
     printLine(QStringLiteral("Renderer %1, platform %2\n")
-                  .arg(QQuickWindow::graphicsApi() == QSGRendererInterface::Software
-                           ? QStringLiteral("software")
-                           : QStringLiteral("of the graphics driver"),
+                  .arg(software ? QStringLiteral("software") : QStringLiteral("of the graphics driver"),
                        QGuiApplication::platformName()));
 }
 
