@@ -16,7 +16,7 @@
 namespace tessary::local {
 namespace {
 
-constexpr int rounds = 5;
+constexpr int rounds = 3;
 constexpr qint64 fileBytes = 2560LL * 1024 * 1024;
 constexpr double shortestTransfer = 10; ///< seconds
 
