@@ -1,5 +1,6 @@
 import QtQuick
-import Tessary
+import Tessary.App
+import Tessary.Look
 
 // One window: shows the screen that the application chooses and makes it anew when the choice changes.
 Window {
@@ -15,9 +16,14 @@ Window {
 
     function quitOrAsk() {
         if (application.uploadActivity.underWay)
-            quitLoader.active = true;
+            ask();
         else
             program.quit();
+    }
+
+    function ask() {
+        voidTime.stop();
+        quitLoader.active = true;
     }
 
     width: 1000
@@ -25,14 +31,23 @@ Window {
     minimumHeight: 600
     title: Application.displayName
     // Only a window that starts out translucent can ever be; the screens fill all of it.
-    color: Desktop.composited ? Look.transparent : Look.windowBackgroundColor
-    visible: true
-    // Once: the size is the person's from then on.
-    Component.onCompleted: height = Math.max(minimumHeight, Math.min(800, Screen.desktopAvailableHeight))
+    color: DesktopTheme.composited ? Look.transparent : Look.windowBackgroundColor
+    // Before it is first shown, so that it is placed in this size; and once, since the size is the person's from then on.
+    Component.onCompleted: {
+        const wholeForm = 640 + 16 * bodyText.height; // with two pickers, and no scrolling
+        height = Math.max(minimumHeight, Math.min(Math.ceil(wholeForm), Screen.desktopAvailableHeight));
+        show();
+    }
     onClosing: close => {
         close.accepted = mayClose();
         if (!close.accepted)
-            quitLoader.active = true;
+            ask();
+    }
+
+    FontMetrics {
+        id: bodyText
+
+        font: Look.body
     }
 
     // By address: what a screen is made of is then not read before that screen is shown.
@@ -57,7 +72,9 @@ Window {
             default:
                 return setSource("../uploader/FileUploaderView.qml", {
                     focus: true,
-                    application: window.application
+                    uploaderStates: window.application.uploaderStates,
+                    sessionManager: window.application.sessionManager,
+                    appManager: window.application.appManager
                 });
             }
         }
@@ -77,6 +94,8 @@ Window {
         focus: active
         sourceComponent: QuestionSheet {
             objectName: "quitQuestion"
+            enabled: !voidTime.running // qmllint disable unqualified
+            opacity: enabled ? 1 : 0
             question: qsTr("Quit while an upload is under way?")
             explanation: qsTr("What is being uploaded or added to the library now will not be finished.")
             yes: qsTr("Quit")
@@ -89,14 +108,21 @@ Window {
         }
     }
 
-    // The question is void when nothing is under way any more.
+    // The question is void when nothing is under way any more. What was aimed at it must not hit what lies beneath.
     Connections {
         function onUnderWayChanged() {
-            if (!window.application.uploadActivity.underWay)
-                quitLoader.active = false;
+            if (!window.application.uploadActivity.underWay && quitLoader.active)
+                voidTime.start();
         }
 
         target: window.application.uploadActivity
+    }
+
+    Timer {
+        id: voidTime
+
+        interval: Look.reactionTime
+        onTriggered: quitLoader.active = false
     }
 
     Shortcut {

@@ -3,7 +3,7 @@
 #include "service/Diagnostics.h"
 
 #include <QGuiApplication>
-#include <QNetworkProxyFactory>
+#include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
 
@@ -11,24 +11,24 @@
 
 namespace tessary {
 
-Program::Program(Places places)
-    : m_application(std::move(places)),
-      m_suspendInhibitor(*m_application.uploadActivity(), QDBusConnection::sessionBus()),
-      m_windowComponent(&m_engine)
+Program::Program(const Configuration& configuration)
+    : m_application(configuration), m_windowComponent(&m_engine)
 {
     QGuiApplication::setApplicationName(QStringLiteral("tessary_macos_uploader"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessary Uploader"));
     QGuiApplication::setDesktopFileName(QStringLiteral("tessary_macos_uploader"));
     QGuiApplication::setQuitOnLastWindowClosed(false); // running tools are ended first
-    QNetworkProxyFactory::setUseSystemConfiguration(true);
     if (const QString style = QStringLiteral("Basic"); QQuickStyle::name() != style) {
         QQuickStyle::setStyle(style);
     }
 
-    connect(m_application.uploadActivity(), &UploadActivity::ended, qApp, &QCoreApplication::quit,
-            Qt::QueuedConnection);
+    const UploadActivity* activity = m_application.uploadActivity();
+    connect(activity, &UploadActivity::underWayChanged, this,
+            [this, activity] { m_suspendInhibitor.setWanted(activity->underWay()); });
+    connect(activity, &UploadActivity::ended, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    qApp->installEventFilter(this);
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    m_windowComponent.loadUrl(QUrl(QStringLiteral("qrc:/qt/qml/Tessary/app/AppWindow.qml")));
+    m_windowComponent.loadUrl(QUrl(QStringLiteral("qrc:/qt/qml/Tessary/App/AppWindow.qml")));
 }
 
 Program::~Program()
@@ -83,6 +83,16 @@ std::vector<QQuickWindow*> Program::windows() const
     std::transform(m_windows.begin(), m_windows.end(), std::back_inserter(all),
                    std::mem_fn(&std::unique_ptr<QQuickWindow>::get));
     return all;
+}
+
+bool Program::eventFilter(QObject* watched, QEvent* event)
+{
+    // Items are asked whether a key is theirs rather than a shortcut by an event that comes accepted. A text
+    // that can only be read leaves it so, and no shortcut would work while it has the focus.
+    if (event->type() == QEvent::ShortcutOverride && qobject_cast<QQuickItem*>(watched) != nullptr) {
+        event->ignore();
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void Program::forgetWindow(const QQuickWindow* window)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/SuspendInhibitor.h"
 #include "app/tessary_macos_uploaderApp.h"
-#include "look/CaretRest.h"
+#include "desktop/CaretRest.h"
+#include "desktop/SuspendInhibitor.h"
 
 #include <QObject>
 #include <QQmlComponent>
@@ -22,7 +22,7 @@ class Program : public QObject
     Q_PROPERTY(int windowCount READ windowCount NOTIFY windowCountChanged)
 
 public:
-    explicit Program(Places places);
+    explicit Program(const Configuration& configuration);
     ~Program() override;
     Q_DISABLE_COPY_MOVE(Program)
 
@@ -43,6 +43,8 @@ public:
 
     [[nodiscard]] int windowCount() const { return static_cast<int>(m_windows.size()); }
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 Q_SIGNALS:
     void windowCountChanged();
 
@@ -50,8 +52,8 @@ private:
     void forgetWindow(const QQuickWindow* window);
 
     tessary_macos_uploaderApp m_application;
-    SuspendInhibitor m_suspendInhibitor;
-    look::CaretRest m_caretRest;
+    desktop::SuspendInhibitor m_suspendInhibitor;
+    desktop::CaretRest m_caretRest;
     QQmlEngine m_engine; ///< after the state it shows, so that it goes first
     QQmlComponent m_windowComponent;
     std::vector<std::unique_ptr<QQuickWindow>> m_windows;

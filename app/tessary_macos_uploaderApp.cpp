@@ -2,10 +2,11 @@
 
 namespace tessary {
 
-tessary_macos_uploaderApp::tessary_macos_uploaderApp(Places places, QObject* parent)
+tessary_macos_uploaderApp::tessary_macos_uploaderApp(const Configuration& configuration, QObject* parent)
     : QObject(parent),
-      m_places(std::move(places)),
-      m_sessionManager(StoredApiKey(m_places.settingsFolder), APIService(m_places.baseUrl))
+      m_sessionManager(StoredApiKey(configuration.settingsFolder), APIService(configuration.baseUrl)),
+      m_uploaderStates({[this] { return m_sessionManager.apiKey(); }, &m_uploadActivity,
+                        APIService(configuration.baseUrl), configuration.resourcesFolder})
 {
     connect(&m_sessionManager, &SessionManager::apiKeyChanged, this,
             &tessary_macos_uploaderApp::screenChanged);
@@ -19,12 +20,6 @@ tessary_macos_uploaderApp::Screen tessary_macos_uploaderApp::screen() const
         return Screen::Login;
     }
     return m_appManager.editingAPIKey() ? Screen::ChangeKey : Screen::Uploader;
-}
-
-std::shared_ptr<FileUploaderState> tessary_macos_uploaderApp::makeUploaderState()
-{
-    return std::make_shared<FileUploaderState>(UploadSurroundings{
-        &m_sessionManager, &m_uploadActivity, APIService(m_places.baseUrl), m_places.resourcesFolder});
 }
 
 } // namespace tessary

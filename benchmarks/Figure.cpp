@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace tessary::local {
+namespace tessary::benchmarks {
 
 double quantile(std::vector<double> values, double fraction)
 {
@@ -19,4 +19,4 @@ QString written(double value, int digits)
     return QString::number(value, 'f', digits);
 }
 
-} // namespace tessary::local
+} // namespace tessary::benchmarks

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace tessary::local {
+namespace tessary::benchmarks {
 
 /// One row of the table: what was measured, what it is held against, and what it should be.
 struct Figure
@@ -32,4 +32,4 @@ struct Figure
 /// Fixed notation with that many digits after the point.
 [[nodiscard]] QString written(double value, int digits);
 
-} // namespace tessary::local
+} // namespace tessary::benchmarks

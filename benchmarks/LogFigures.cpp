@@ -8,7 +8,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
-namespace tessary::local {
+namespace tessary::benchmarks {
 namespace {
 
 /// The medians in microseconds, by the name of the benchmark.
@@ -56,4 +56,4 @@ std::vector<Figure> measureLog()
     return figures;
 }
 
-} // namespace tessary::local
+} // namespace tessary::benchmarks

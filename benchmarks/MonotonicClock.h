@@ -2,7 +2,7 @@
 
 #include <ctime>
 
-namespace tessary::local {
+namespace tessary::benchmarks {
 
 /// Milliseconds of the clock that all processes of the machine share.
 inline double monotonicMilliseconds()
@@ -12,4 +12,4 @@ inline double monotonicMilliseconds()
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-} // namespace tessary::local
+} // namespace tessary::benchmarks

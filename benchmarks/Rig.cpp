@@ -1,7 +1,6 @@
 #include "benchmarks/Rig.h"
 
-#include "app/UploaderStateHolder.h"
-#include "local/VideoLibrary.h"
+#include "standins/VideoLibrary.h"
 
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -12,7 +11,7 @@
 #include <stdexcept>
 #include <sys/prctl.h>
 
-namespace tessary::local {
+namespace tessary::benchmarks {
 namespace {
 
 constexpr int startMilliseconds = 60'000;
@@ -20,8 +19,8 @@ constexpr std::chrono::minutes patience{10};
 
 /// Runs the event loop until the condition holds, which is looked at whenever the signal is emitted.
 template <typename Sender>
-void await(Sender& sender, void (Sender::*signal)(), const QString& what,
-           const std::function<bool()>& condition)
+void awaitChange(Sender& sender, void (Sender::*signal)(), const QString& what,
+                 const std::function<bool()>& condition)
 {
     QEventLoop loop;
     QTimer late;
@@ -77,59 +76,45 @@ ServiceProcess::~ServiceProcess()
 
 Rig::Rig(Tool tool)
     : m_service(tool == Tool::Real),
-      m_program({m_service.baseUrl(), m_folder.filePath(QStringLiteral("settings")),
-                 tool == Tool::Real ? standardResourcesFolder() : standInFolder()})
+      m_fixture(m_service.baseUrl(), tool == Tool::Real ? standardResourcesFolder() : standInFolder())
 {
-    qputenv("AZCOPY_LOG_LOCATION", m_folder.filePath(QStringLiteral("azcopy")).toUtf8());
-    qputenv("AZCOPY_JOB_PLAN_LOCATION", m_folder.filePath(QStringLiteral("azcopy")).toUtf8());
-    require(m_program.openWindow(), QStringLiteral("the window"));
-    m_driver.emplace(window());
-    require(m_driver->type(QStringLiteral("keyField"), localWorkspaces().front().key) &&
-                m_driver->click(QStringLiteral("submitKeyButton")) &&
-                m_driver->ready(QStringLiteral("filePicker")),
-            QStringLiteral("signing in"));
+    qputenv("AZCOPY_LOG_LOCATION", m_fixture.pathOf(QStringLiteral("azcopy")).toUtf8());
+    qputenv("AZCOPY_JOB_PLAN_LOCATION", m_fixture.pathOf(QStringLiteral("azcopy")).toUtf8());
+    require(m_fixture.signIn(standins::localWorkspaces().front().key), QStringLiteral("signing in"));
 }
 
 void Rig::choose(const QString& file)
 {
-    require(m_driver->drop(QStringLiteral("filePicker"), {QUrl::fromLocalFile(file)}) &&
-                m_driver->type(QStringLiteral("nameField"), QStringLiteral("A long shot")),
+    require(m_fixture.fillForm(QUrl::fromLocalFile(file), QStringLiteral("A long shot")),
             QStringLiteral("filling in the form"));
 }
 
-void Rig::click(const QString& name)
+void Rig::click(const char* name)
 {
-    require(m_driver->click(name), QStringLiteral("a click on ") + name);
+    require(m_fixture.click(name), QLatin1StringView("a click on ") + QLatin1StringView(name));
 }
 
-FileUploaderState& Rig::state() const
-{
-    const auto* holder = window().findChild<UploaderStateHolder*>();
-    require(holder != nullptr && holder->state() != nullptr, QStringLiteral("the uploader screen"));
-    return *holder->state();
-}
-
-void Rig::awaitStatus(const QString& text) const
+void Rig::await(UploadState wanted) const
 {
     FileUploaderState& screen = state();
-    await(screen, &FileUploaderState::statusMessageChanged, text, [&screen, &text] {
-        require(!screen.statusMessage().startsWith(u"Error"), screen.statusMessage());
-        return screen.statusMessage() == text;
+    awaitChange(screen, &FileUploaderState::statusMessageChanged, statusMessageOf(wanted), [&screen, wanted] {
+        require(screen.uploadState() != UploadState::Failed, screen.statusMessage());
+        return screen.uploadState() == wanted;
     });
 }
 
 void Rig::awaitLog(const QString& text) const
 {
     FileUploaderState& screen = state();
-    await(screen, &FileUploaderState::logsChanged, text,
-          [&screen, &text] { return screen.logs().contains(text); });
+    awaitChange(screen, &FileUploaderState::logsChanged, text,
+                [&screen, &text] { return screen.logs().contains(text); });
 }
 
 void Rig::awaitIdle()
 {
-    UploadActivity& activity = *m_program.application().uploadActivity();
-    await(activity, &UploadActivity::underWayChanged, QStringLiteral("the end of all uploads"),
-          [&activity] { return !activity.underWay(); });
+    UploadActivity& activity = *m_fixture.application().uploadActivity();
+    awaitChange(activity, &UploadActivity::underWayChanged, QStringLiteral("the end of all uploads"),
+                [&activity] { return !activity.underWay(); });
 }
 
-} // namespace tessary::local
+} // namespace tessary::benchmarks

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "app/Program.h"
-#include "local/WindowDriver.h"
+#include "testkit/ProgramFixture.h"
 
 #include <QProcess>
-#include <QTemporaryDir>
+#include <QString>
 
 #include <chrono>
-#include <optional>
 
-namespace tessary::local {
+namespace tessary::benchmarks {
 
 /// The local service in a process of its own, so that nothing it uses counts as the program's. It ends with
 /// the object, and with this process. The constructor blocks until the service answers; throws
@@ -40,15 +38,15 @@ public:
     explicit Rig(Tool tool);
 
     /// What the window's screen shows.
-    [[nodiscard]] FileUploaderState& state() const;
+    [[nodiscard]] FileUploaderState& state() const { return m_fixture.state(); }
 
     /// Drops the file on the form and names the video.
     void choose(const QString& file);
 
-    void click(const QString& name);
+    void click(const char* name);
 
     /// Fails at once when an error is shown instead.
-    void awaitStatus(const QString& text) const;
+    void await(UploadState state) const;
 
     /// Waits until the log holds the text.
     void awaitLog(const QString& text) const;
@@ -56,22 +54,14 @@ public:
     /// Waits until no upload and no registration is under way.
     void awaitIdle();
 
-    [[nodiscard]] Program& program() { return m_program; }
-
-    [[nodiscard]] QQuickWindow& window() const { return *m_program.windows().front(); }
-
-    [[nodiscard]] local::WindowDriver& driver() { return *m_driver; }
+    [[nodiscard]] testkit::ProgramFixture& fixture() { return m_fixture; }
 
     [[nodiscard]] const QString& serviceRoot() const { return m_service.baseUrl(); }
 
 private:
-    QTemporaryDir m_folder;
     ServiceProcess m_service;
-    Program m_program;
-    std::optional<WindowDriver> m_driver;
+    testkit::ProgramFixture m_fixture;
 };
-
-inline const QString completedStatus = QStringLiteral("Upload completed successfully!");
 
 /// The folder of the stand-in for the transfer tool.
 [[nodiscard]] QString standInFolder();
@@ -82,4 +72,4 @@ void runFor(std::chrono::milliseconds duration);
 /// Throws std::runtime_error unless the thing was done.
 void require(bool done, const QString& what);
 
-} // namespace tessary::local
+} // namespace tessary::benchmarks

@@ -7,7 +7,7 @@
 
 #include <map>
 
-namespace tessary::local {
+namespace tessary::benchmarks {
 namespace {
 
 struct Start
@@ -69,4 +69,4 @@ std::vector<Figure> measureStart()
             ratioFigure(QStringLiteral("peak memory, uploader screen"), mib, sizes[uploader], sizes[bare])};
 }
 
-} // namespace tessary::local
+} // namespace tessary::benchmarks

@@ -1,9 +1,9 @@
 #include "benchmarks/Figure.h"
 #include "benchmarks/Rig.h"
-#include "local/Readings.h"
-#include "local/VideoLibrary.h"
 #include "service/APIService.h"
 #include "service/Diagnostics.h"
+#include "standins/VideoLibrary.h"
+#include "testkit/ProcessUsage.h"
 
 #include <QCoro/QCoroTask>
 #include <QElapsedTimer>
@@ -13,7 +13,7 @@
 
 #include <array>
 
-namespace tessary::local {
+namespace tessary::benchmarks {
 namespace {
 
 constexpr int rounds = 3;
@@ -37,9 +37,10 @@ void writeRandomFile(const QString& path)
 /// Seconds that the tool takes when it is started with nothing around it.
 double runBareTool(const Rig& rig, const QString& file)
 {
-    const SASUrlResponse answer = QCoro::waitFor(
-        APIService(rig.serviceRoot())
-            .requestUploadURL(localWorkspaces().front().key, QStringLiteral("bare.mp4"), std::stop_token()));
+    const SASUrlResponse answer =
+        QCoro::waitFor(APIService(rig.serviceRoot())
+                           .requestUploadURL(standins::localWorkspaces().front().key,
+                                             QStringLiteral("bare.mp4"), std::stop_token()));
     QProcess tool;
     tool.setInputChannelMode(QProcess::ForwardedInputChannel);
     tool.setStandardOutputFile(QProcess::nullDevice());
@@ -65,16 +66,17 @@ struct Run
 Run runUpload(Rig& rig, bool showDetails)
 {
     rig.state().setShowDetails(showDetails);
-    require(rig.driver().ready(QStringLiteral("uploadButton")), QStringLiteral("the upload button"));
+    require(rig.fixture().driver().ready(QStringLiteral("uploadButton")),
+            QStringLiteral("the upload button"));
     QElapsedTimer clock;
-    const auto before = takeReadings().ownCpu;
+    const auto before = testkit::takeProcessUsage().ownCpu;
     QObject::connect(
         &rig.state(), &FileUploaderState::isUploadingChanged, &rig.state(), [&clock] { clock.start(); },
         Qt::SingleShotConnection);
-    rig.click(QStringLiteral("uploadButton"));
-    rig.awaitStatus(completedStatus);
+    rig.click("uploadButton");
+    rig.await(UploadState::Completed);
     const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
-    const std::chrono::duration<double> used = takeReadings().ownCpu - before;
+    const std::chrono::duration<double> used = testkit::takeProcessUsage().ownCpu - before;
     rig.awaitIdle();
     runFor(std::chrono::seconds(3)); // the success overlay comes and goes
     return {seconds, used.count() / seconds};
@@ -139,4 +141,4 @@ std::vector<Figure> measureUploads()
             shareFigure(QStringLiteral("own CPU while uploading, details hidden"), shares.at(0), 0.02)};
 }
 
-} // namespace tessary::local
+} // namespace tessary::benchmarks

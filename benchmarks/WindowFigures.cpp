@@ -1,15 +1,15 @@
 #include "benchmarks/Figure.h"
 #include "benchmarks/MonotonicClock.h"
 #include "benchmarks/Rig.h"
-#include "local/Readings.h"
 #include "service/Diagnostics.h"
+#include "testkit/ProcessUsage.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QTimer>
 
-namespace tessary::local {
+namespace tessary::benchmarks {
 namespace {
 
 const QString videoFolder = QStringLiteral("/videos/"); // the stand-in reads no file
@@ -40,9 +40,9 @@ double lastNotedStop()
 
 double cpuShareFor(std::chrono::seconds duration)
 {
-    const auto before = takeReadings().ownCpu;
+    const auto before = testkit::takeProcessUsage().ownCpu;
     runFor(duration);
-    return std::chrono::duration<double>(takeReadings().ownCpu - before) /
+    return std::chrono::duration<double>(testkit::takeProcessUsage().ownCpu - before) /
            std::chrono::duration<double>(duration);
 }
 
@@ -82,9 +82,9 @@ std::vector<Figure> measureCancelling()
     ClickWatch watch;
     std::vector<double> latencies;
     for (int trial = 0; trial < trials; ++trial) {
-        rig.click(QStringLiteral("uploadButton"));
+        rig.click("uploadButton");
         rig.awaitLog(QStringLiteral("ready"));
-        rig.click(QStringLiteral("cancelUploadButton"));
+        rig.click("cancelUploadButton");
         rig.awaitIdle();
         latencies.push_back(lastNotedStop() - watch.released);
     }
@@ -103,7 +103,7 @@ std::vector<Figure> measureEventLoop()
     constexpr double aim = 33;
     Rig rig(Rig::Tool::StandIn);
     rig.choose(videoFolder + QStringLiteral("talkative.mp4"));
-    rig.click(QStringLiteral("uploadButton"));
+    rig.click("uploadButton");
     runFor(std::chrono::seconds(3)); // the log fills up
     int taken = 0;
     const auto counting = QObject::connect(&rig.state(), &FileUploaderState::progressChanged, &rig.state(),
@@ -124,7 +124,7 @@ std::vector<Figure> measureEventLoop()
         longest.push_back(gap);
     }
     QObject::disconnect(counting);
-    rig.click(QStringLiteral("cancelUploadButton"));
+    rig.click("cancelUploadButton");
     rig.awaitIdle();
     const double reads = taken / (runs * std::chrono::duration<double>(watched).count());
     const double gap = quantile(longest, 0.5);
@@ -135,4 +135,4 @@ std::vector<Figure> measureEventLoop()
              QStringLiteral("< 33 ms"), quantile(longest, 1) < aim}};
 }
 
-} // namespace tessary::local
+} // namespace tessary::benchmarks

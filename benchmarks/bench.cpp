@@ -1,9 +1,9 @@
 // Takes the program's figures and prints them as a table. What goes on meanwhile is said on standard error.
 //   tessary_bench [NAME...]     all of them, or those named
 
-#include "app/ProcessSetup.h"
 #include "benchmarks/Figure.h"
 #include "benchmarks/Rig.h"
+#include "desktop/ProcessSetup.h"
 #include "service/Diagnostics.h"
 
 #include <QGuiApplication>
@@ -15,7 +15,7 @@
 #include <thread>
 
 using namespace tessary;
-using namespace tessary::local;
+using namespace tessary::benchmarks;
 
 namespace {
 
@@ -62,7 +62,7 @@ void printTable(const std::vector<Figure>& figures)
 
 int main(int argc, char** argv)
 {
-    prepareProcess();
+    desktop::prepareProcess();
     const QGuiApplication application(argc, argv);
     const QStringList wanted = QGuiApplication::arguments().mid(1);
     try {

@@ -3,11 +3,11 @@
 //   tessary_first_frame bare|login|uploader START      START: when the process was launched, in ms of the
 //   monotonic clock
 
-#include "app/ProcessSetup.h"
 #include "app/Program.h"
 #include "benchmarks/MonotonicClock.h"
-#include "local/Readings.h"
+#include "desktop/ProcessSetup.h"
 #include "service/Diagnostics.h"
+#include "testkit/ProcessUsage.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -26,10 +26,11 @@ void report(QQuickWindow& window, double start)
     QObject::connect(
         &window, &QQuickWindow::frameSwapped, qApp,
         [start] {
-            const double milliseconds = local::monotonicMilliseconds() - start;
+            const double milliseconds = benchmarks::monotonicMilliseconds() - start;
             QTimer::singleShot(std::chrono::seconds(1), qApp, [milliseconds] {
-                printLine(
-                    QStringLiteral("%1 %2").arg(milliseconds).arg(local::takeReadings().peakResidentBytes));
+                printLine(QStringLiteral("%1 %2")
+                              .arg(milliseconds)
+                              .arg(testkit::takeProcessUsage().peakResidentBytes));
                 QCoreApplication::quit();
             });
         },
@@ -78,7 +79,7 @@ int main(int argc, char** argv)
     }
     const QByteArray kind = argv[1];
     const double start = QByteArray(argv[2]).toDouble();
-    prepareProcess();
+    desktop::prepareProcess();
     const QGuiApplication application(argc, argv);
     return kind == "bare" ? showBareWindow(start) : showProgram(kind == "uploader", start);
 }

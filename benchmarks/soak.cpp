@@ -3,11 +3,11 @@
 //   the real one
 // Ends with 1 when a bound is passed or an upload does not end as it should.
 
-#include "app/ProcessSetup.h"
 #include "benchmarks/Figure.h"
 #include "benchmarks/Rig.h"
-#include "local/Readings.h"
+#include "desktop/ProcessSetup.h"
 #include "service/Diagnostics.h"
+#include "testkit/ProcessUsage.h"
 
 #include <QDeadlineTimer>
 #include <QGuiApplication>
@@ -21,7 +21,7 @@
 #include <malloc.h>
 
 using namespace tessary;
-using namespace tessary::local;
+using namespace tessary::benchmarks;
 
 namespace {
 
@@ -55,7 +55,7 @@ void upload(Rig& rig, const QString& format, const QString& file)
 void uploadWell(Rig& rig, const QString& format, const QString& file)
 {
     upload(rig, format, file);
-    rig.awaitStatus(completedStatus);
+    rig.await(UploadState::Completed);
     rig.awaitIdle();
     require(rig.state().logs().contains(u"Video uploaded. Library ID: "), QStringLiteral("a registration"));
 }
@@ -75,15 +75,16 @@ void cancel(Rig& rig)
     rig.state().cancelUpload();
     rig.awaitIdle();
     const QString status = rig.state().statusMessage();
-    require(status == QLatin1StringView("Upload canceled"), status);
+    require(status == statusMessageOf(UploadState::Cancelled), status);
 }
 
 void openAndCloseAWindow(Rig& rig)
 {
-    require(rig.program().openWindow(), QStringLiteral("a second window"));
+    require(rig.fixture().program().openWindow(), QStringLiteral("a second window"));
     runFor(std::chrono::milliseconds(200));
     // From the event loop, as a person closes it: what is to be deleted later is deleted then.
-    QMetaObject::invokeMethod(rig.program().windows().back(), &QWindow::close, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(rig.fixture().program().windows().back(), &QWindow::close,
+                              Qt::QueuedConnection);
     runFor(std::chrono::milliseconds(200));
 }
 
@@ -114,7 +115,7 @@ void takeTurn(Rig& rig, Rig::Tool tool, int turn)
     }
 }
 
-void printRow(const QString& tool, int uploads, const Readings& readings)
+void printRow(const QString& tool, int uploads, const testkit::ProcessUsage& readings)
 {
     printLine(QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 |")
                   .arg(tool)
@@ -134,12 +135,12 @@ bool within(const char* what, double growth, double bound)
 }
 
 /// What is held when what is free has been given back, so that small growth shows.
-Readings takeReadingsAtRest(Rig& rig)
+testkit::ProcessUsage takeReadingsAtRest(Rig& rig)
 {
     runFor(std::chrono::seconds(1)); // what is to be deleted later is deleted
-    qmlEngine(&rig.window())->collectGarbage();
+    qmlEngine(&rig.fixture().window())->collectGarbage();
     malloc_trim(0);
-    return takeReadings();
+    return testkit::takeProcessUsage();
 }
 
 bool soak(Rig::Tool tool, std::chrono::milliseconds duration)
@@ -152,7 +153,7 @@ bool soak(Rig::Tool tool, std::chrono::milliseconds duration)
     while (uploads < turns) { // what is made once and kept, and a connection for each eye
         takeTurn(rig, tool, uploads++);
     }
-    std::vector<Readings> samples;
+    std::vector<testkit::ProcessUsage> samples;
     for (int i = 0; i < samplesPerPart; ++i) {
         const QDeadlineTimer end(duration / samplesPerPart);
         do {
@@ -161,8 +162,8 @@ bool soak(Rig::Tool tool, std::chrono::milliseconds duration)
         samples.push_back(takeReadingsAtRest(rig));
         printRow(name, uploads, samples.back());
     }
-    const Readings& first = samples.front();
-    const Readings& last = samples.back();
+    const testkit::ProcessUsage& first = samples.front();
+    const testkit::ProcessUsage& last = samples.back();
     printLine(QString());
     const std::array flat{
         within("Memory (MiB)", static_cast<double>(last.residentBytes - first.residentBytes) / mebibyte,
@@ -178,7 +179,7 @@ bool soak(Rig::Tool tool, std::chrono::milliseconds duration)
 
 int main(int argc, char** argv)
 {
-    prepareProcess();
+    desktop::prepareProcess();
     const QGuiApplication application(argc, argv);
     bool isNumber = false;
     const double minutes = QGuiApplication::arguments().value(1).toDouble(&isNumber);

@@ -1,9 +1,7 @@
 #include "service/APIService.h"
 
-#include "service/Diagnostics.h"
 #include "service/Error.h"
 #include "service/HttpCall.h"
-#include "service/JsonReading.h"
 #include "service/MultipartForm.h"
 #include "service/VideoFormat.h"
 
@@ -14,14 +12,6 @@
 
 namespace tessary {
 namespace {
-
-/// The case name of NoWorkspaceDataError and LibraryDataError: what is printed for a missing or mistyped key.
-const QString missingKey = QStringLiteral("noData");
-
-void printDeserializingError(const QString& description)
-{
-    printLine(QStringLiteral("Error deserializing JSON: ") + description);
-}
 
 QByteArray headerValue(const QString& apiKey)
 {
@@ -60,43 +50,6 @@ QByteArray bodyOf(const HttpOutcome& outcome)
     return outcome.body;
 }
 
-std::optional<Workspace> readWorkspace(const QByteArray& body)
-{
-    const JsonReading reading = readJson(body);
-    if (!reading.document) {
-        printDeserializingError(reading.problem);
-        throw toError(APIServiceError::invalidURL);
-    }
-    if (!reading.document->isObject()) {
-        return std::nullopt;
-    }
-    std::optional<Workspace> workspace = Workspace::fromStartupInformation(reading.document->object());
-    if (!workspace) {
-        printDeserializingError(missingKey);
-        throw toError(APIServiceError::invalidURL);
-    }
-    return workspace;
-}
-
-LibraryEntry readLibraryEntry(const QByteArray& body, const QString& formatCode)
-{
-    const JsonReading reading = readJson(body);
-    if (!reading.document) {
-        printDeserializingError(reading.problem);
-        throw toError(LibraryDataError::insertError);
-    }
-    if (!reading.document->isObject()) {
-        printLine(u"Did not return the data correctly");
-        throw toError(LibraryDataError::noData);
-    }
-    std::optional<LibraryEntry> entry = LibraryEntry::fromAnswer(reading.document->object(), formatCode);
-    if (!entry) {
-        printDeserializingError(missingKey);
-        throw toError(LibraryDataError::insertError);
-    }
-    return *std::move(entry);
-}
-
 } // namespace
 
 QString standardBaseUrl()
@@ -115,7 +68,7 @@ QCoro::Task<std::optional<Workspace>> APIService::pullStartupInformation(QString
         makeRequest(BASE_URL, QStringLiteral("/upload-app/pull-startup-information"), apiKey);
     const QFuture<HttpOutcome> answer = sendHttp(request, std::nullopt, m_timeout, {});
     const HttpOutcome outcome = co_await answer;
-    co_return readWorkspace(bodyOf(outcome));
+    co_return Workspace::fromAnswer(bodyOf(outcome));
 }
 
 QCoro::Task<SASUrlResponse> APIService::requestUploadURL(QString apiKey, QString uniqueFileName,
@@ -134,32 +87,29 @@ QCoro::Task<SASUrlResponse> APIService::requestUploadURL(QString apiKey, QString
     co_return SASUrlResponse::fromAnswer(bodyOf(outcome));
 }
 
-QCoro::Task<LibraryEntry> APIService::submitLibraryData(QString apiKey, QString uploadedUrl,
-                                                        std::optional<QString> uploadedUrlRight,
-                                                        QString formatName, bool is3D, qint64 perspective,
-                                                        QString videoName) const
+QCoro::Task<LibraryEntry> APIService::submitLibraryData(QString apiKey, VideoRegistration video) const
 {
     QNetworkRequest request =
         makeRequest(BASE_URL, QStringLiteral("/upload-app/submit-library-data"), apiKey);
     const QByteArray boundary = makeBoundary();
     announceForm(request, boundary);
-    const QString formatCode = VideoFormat::fileFormatCode(formatName);
+    const QString formatCode = VideoFormat::fileFormatCode(video.fileFormat);
 
     QByteArray body;
-    appendFormField(QStringLiteral("uploadedUrl"), uploadedUrl, body, boundary);
-    if (uploadedUrlRight) {
-        appendFormField(QStringLiteral("uploadedUrlRight"), *uploadedUrlRight, body, boundary);
+    appendFormField(QStringLiteral("uploadedUrl"), video.uploadedUrl, body, boundary);
+    if (video.uploadedUrlRight) {
+        appendFormField(QStringLiteral("uploadedUrlRight"), *video.uploadedUrlRight, body, boundary);
     }
     appendFormField(QStringLiteral("fileFormat3D"), formatCode, body, boundary);
-    appendFormField(QStringLiteral("is3D"), is3D ? QStringLiteral("true") : QStringLiteral("false"), body,
-                    boundary);
-    appendFormField(QStringLiteral("perspective"), QString::number(perspective), body, boundary);
-    appendFormField(QStringLiteral("videoName"), videoName, body, boundary);
+    appendFormField(QStringLiteral("is3D"), video.is3D ? QStringLiteral("true") : QStringLiteral("false"),
+                    body, boundary);
+    appendFormField(QStringLiteral("perspective"), QString::number(video.perspective), body, boundary);
+    appendFormField(QStringLiteral("videoName"), video.videoName, body, boundary);
     appendClosingLine(body, boundary);
 
     const QFuture<HttpOutcome> answer = sendHttp(request, body, m_timeout, {});
     const HttpOutcome outcome = co_await answer;
-    co_return readLibraryEntry(bodyOf(outcome), formatCode);
+    co_return LibraryEntry::fromAnswer(bodyOf(outcome), formatCode);
 }
 
 } // namespace tessary

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "service/HttpCall.h"
 #include "service/LibraryEntry.h"
 #include "service/SASUrlResponse.h"
+#include "service/VideoRegistration.h"
 #include "service/Workspace.h"
 
 #include <QCoro/QCoroTask>
@@ -18,14 +20,13 @@ namespace tessary {
 
 /// The client of the video service: three requests, each on its own. Main thread only.
 ///
-/// Whatever status an answer has, its body alone decides. A request without an answer throws Error in the
-/// domain "QNetworkReply" with words for a person. No operation touches the object after its first
-/// suspension, so the object may go while a request is in flight.
+/// Whatever status an answer has, its body alone decides: each operation hands it to the fromAnswer() of its
+/// record, which decodes it, or prints and throws what that record's answers deserve. A request without an
+/// answer throws Error in the domain "QNetworkReply" with words for a person. No operation touches the object
+/// after its first suspension, so the object may go while a request is in flight.
 class APIService
 {
 public:
-    static constexpr std::chrono::milliseconds standardTimeout{60'000};
-
     /// @param timeout how long a request may take until its answer is complete
     explicit APIService(QString baseUrl = standardBaseUrl(),
                         std::chrono::milliseconds timeout = standardTimeout);
@@ -33,21 +34,15 @@ public:
     /// The root that every request's path is appended to; no trailing slash.
     const QString BASE_URL; // NOLINT(readability-identifier-naming)
 
-    /// The workspace of a key; none when the answer is JSON but not an object. Throws
-    /// APIServiceError::invalidURL when the answer is no workspace, after printing why.
+    /// The workspace of a key.
     [[nodiscard]] QCoro::Task<std::optional<Workspace>> pullStartupInformation(QString apiKey) const;
 
-    /// An upload URL for one file. Throws the decoder's Error when the answer holds none. A stop abandons it.
+    /// An upload URL for one file. A stop abandons it.
     [[nodiscard]] QCoro::Task<SASUrlResponse> requestUploadURL(QString apiKey, QString uniqueFileName,
                                                                std::stop_token stop) const;
 
-    /// Puts an uploaded video into the library. Throws LibraryDataError after printing why.
-    /// @param formatName a display name of VideoFormat, sent as its code
-    /// @param perspective in degrees
-    [[nodiscard]] QCoro::Task<LibraryEntry> submitLibraryData(QString apiKey, QString uploadedUrl,
-                                                              std::optional<QString> uploadedUrlRight,
-                                                              QString formatName, bool is3D,
-                                                              qint64 perspective, QString videoName) const;
+    /// Puts an uploaded video into the library.
+    [[nodiscard]] QCoro::Task<LibraryEntry> submitLibraryData(QString apiKey, VideoRegistration video) const;
 
 private:
     std::chrono::milliseconds m_timeout;

@@ -21,6 +21,11 @@ void printLine(QStringView text)
     writeLine(text, stdout);
 }
 
+void printDeserializingError(const QString& reason)
+{
+    printLine(QStringLiteral("Error deserializing JSON: ") + reason);
+}
+
 void warnLine(QStringView text)
 {
     writeLine(text, stderr);

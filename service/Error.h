@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <exception>
@@ -27,8 +28,13 @@ private:
     QByteArray m_what;
 };
 
+/// invalidURL: a request's address is none, or the answer to a sign-in is no workspace. noData belongs to the
+/// vocabulary of the service's clients; nothing here throws it.
 enum class APIServiceError { invalidURL, noData };
+/// A workspace lacks a value. Workspace::fromAnswer() prints its name and throws invalidURL in its place.
 enum class NoWorkspaceDataError { noData };
+/// noData: the answer to a registration is a list, or lacks a value. The latter is thrown as insertError,
+/// like an answer that is not JSON.
 enum class LibraryDataError { noData, insertError };
 
 /// The error that is being handled, as one with a description, whatever it was. Called in a catch block.
@@ -38,5 +44,13 @@ enum class LibraryDataError { noData, insertError };
 /// description the generic text that is built from both.
 [[nodiscard]] Error toError(APIServiceError error);
 [[nodiscard]] Error toError(LibraryDataError error);
+
+/// APIServiceError::invalidURL for an answer that is not even JSON, as a gateway's page. Only its type tells
+/// it from one for JSON that is no workspace.
+class NotJsonError : public Error
+{
+public:
+    NotJsonError() : Error(toError(APIServiceError::invalidURL)) {}
+};
 
 } // namespace tessary

@@ -2,12 +2,13 @@
 
 #include <QCoreApplication>
 #include <QNetworkAccessManager>
+#include <QNetworkProxyFactory>
 #include <QNetworkReply>
-#include <QPointer>
 #include <QPromise>
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 
 namespace tessary {
@@ -17,14 +18,45 @@ namespace {
 constexpr int secondsOfAnIdleConnection = 5;
 
 constexpr qint64 largestAnswer = 64LL * 1024 * 1024;
+constexpr int mostRedirects = 10;
+
+/// 0 without one.
+int statusOf(const QNetworkReply& reply)
+{
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+}
+
+/// Whether the network library gave up on the body of an answer. Its code for that is also the one of many a
+/// status, so its words have to tell.
+bool decompressionFailed(const QNetworkReply& reply)
+{
+    const QString words = QCoreApplication::translate("QHttp", "Decompression failed: %1");
+    return reply.error() == QNetworkReply::UnknownContentError &&
+           reply.errorString().startsWith(words.section(u'%', 0, 0));
+}
+
+/// Whether the network's proxy answered in place of the service.
+bool proxyWantsPassword(const QNetworkReply& reply)
+{
+    return reply.error() == QNetworkReply::ProxyAuthenticationRequiredError &&
+           (statusOf(reply) == 0 || reply.hasRawHeader("Proxy-Authenticate"));
+}
 
 /// Whether an answer arrived, with a good status or a bad one. A status alone does not tell: a body that is
 /// cut off and a time-out after the headers have one too.
-bool answerArrived(QNetworkReply::NetworkError error)
+bool answerArrived(const QNetworkReply& reply)
 {
+    const QNetworkReply::NetworkError error = reply.error();
+    if (decompressionFailed(reply) || proxyWantsPassword(reply)) {
+        return false;
+    }
+    if (error == QNetworkReply::ContentReSendError) {
+        // The library wants to start the body over as soon as one of these is there, redirect or not.
+        const int status = statusOf(reply);
+        return status == 307 || status == 308;
+    }
     return error == QNetworkReply::NoError || error == QNetworkReply::ProxyAuthenticationRequiredError ||
-           (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError &&
-            error != QNetworkReply::ContentReSendError) ||
+           (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError) ||
            error == QNetworkReply::ProtocolInvalidOperationError ||
            (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
 }
@@ -37,20 +69,38 @@ QString describeTransportFailure(const QNetworkReply& reply)
     case QNetworkReply::RemoteHostClosedError:
         return QStringLiteral("The connection to the service was closed before its answer was complete.");
     case QNetworkReply::ContentReSendError:
-        return QStringLiteral("The connection to the service broke, or the service redirected the request. "
-                              "It is not sent twice.");
+        return QStringLiteral("The connection to the service broke. The request is not sent twice.");
     case QNetworkReply::HostNotFoundError:
         return QStringLiteral("The service could not be found. Check the network connection.");
     case QNetworkReply::SslHandshakeFailedError:
         return QStringLiteral("No secure connection to the service could be made: %1")
             .arg(reply.errorString());
-    case QNetworkReply::InsecureRedirectError:
-        return QStringLiteral("The service redirected the request to another server, which is not followed.");
-    case QNetworkReply::TooManyRedirectsError:
-        return QStringLiteral("The service redirected the request too many times.");
+    case QNetworkReply::UnknownContentError:
+        return QStringLiteral("The service's answer could not be decompressed: it is damaged or too large.");
+    case QNetworkReply::ProxyAuthenticationRequiredError:
+        return QStringLiteral("The network's proxy asks for a password, which this program cannot give.");
     default:
         return QStringLiteral("The service could not be reached: %1").arg(reply.errorString());
     }
+}
+
+/// Where an answer sends the request to; invalid when it does not, or does not say where.
+QUrl redirectTarget(const QNetworkReply& reply)
+{
+    static constexpr std::array<int, 5> redirects{301, 302, 303, 307, 308};
+    if (std::find(redirects.begin(), redirects.end(), statusOf(reply)) == redirects.end()) {
+        return {};
+    }
+    const QUrl location = QUrl::fromEncoded(reply.rawHeader("Location"), QUrl::StrictMode);
+    return location.isValid() ? reply.url().resolved(location) : QUrl();
+}
+
+bool sameOrigin(const QUrl& one, const QUrl& other)
+{
+    const auto port = [](const QUrl& url) {
+        return url.port(url.scheme() == QLatin1StringView("https") ? 443 : 80);
+    };
+    return one.scheme() == other.scheme() && one.host() == other.host() && port(one) == port(other);
 }
 
 /// The body of one request, which cannot be read again. When a connection ends before the answer, the network
@@ -91,24 +141,23 @@ QNetworkReply* post(QNetworkAccessManager& session, const QNetworkRequest& reque
     return reply;
 }
 
-/// One request in flight. It belongs to its reply and fulfils its promise once, also when it goes unfinished.
+/// One request in flight. It belongs to its reply, the last one when it is redirected, and fulfils its
+/// promise once, also when it goes unfinished.
 class HttpCall : public QObject
 {
 public:
     HttpCall(QNetworkReply* reply, std::chrono::milliseconds timeout, const std::stop_token& stop)
-        : QObject(reply), m_reply(reply)
     {
         m_promise.start();
         // The library's own limit is on silence: an answer that trickles in for ever would keep to it.
         m_limit.setSingleShot(true);
+        m_limit.setTimerType(Qt::PreciseTimer);
         connect(&m_limit, &QTimer::timeout, this, [this, timeout] {
             endEarly(QStringLiteral("The service did not answer within %1 seconds.")
                          .arg(std::chrono::duration<double>(timeout).count()));
         });
         m_limit.start(timeout);
-        connect(reply, &QNetworkReply::readyRead, this, &HttpCall::readBody);
-        connect(reply, &QNetworkReply::finished, this, &HttpCall::finish);
-        connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
+        waitFor(reply);
         // Last: it runs at once when the stop came before.
         m_onStop.emplace(stop, [this] {
             endEarly(QStringLiteral("The request was abandoned because the upload was canceled."));
@@ -117,9 +166,8 @@ public:
 
     ~HttpCall() override
     {
-        fulfil({{},
-                failure(QNetworkReply::OperationCanceledError,
-                        QStringLiteral("The request was abandoned because the program ended."))});
+        fail(QNetworkReply::OperationCanceledError,
+             QStringLiteral("The request was abandoned because the program ended."));
     }
 
     Q_DISABLE_COPY_MOVE(HttpCall)
@@ -127,9 +175,13 @@ public:
     [[nodiscard]] QFuture<HttpOutcome> outcome() { return m_promise.future(); }
 
 private:
-    static Error failure(QNetworkReply::NetworkError code, const QString& description)
+    void waitFor(QNetworkReply* reply)
     {
-        return {QStringLiteral("QNetworkReply"), code, description};
+        m_reply = reply;
+        setParent(reply);
+        connect(reply, &QNetworkReply::readyRead, this, &HttpCall::readBody);
+        connect(reply, &QNetworkReply::finished, this, &HttpCall::finish);
+        connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
     }
 
     /// Ends a request that has not ended. The first reason counts.
@@ -151,45 +203,83 @@ private:
 
     void finish()
     {
-        m_limit.stop();
-        const QNetworkReply::NetworkError error = m_reply->error();
+        if (m_ownReason.isEmpty()) {
+            readBody();
+        }
         if (!m_ownReason.isEmpty()) {
-            fulfil({{}, failure(error, m_ownReason)});
-        } else if (!answerArrived(error)) {
-            fulfil({{}, failure(error, describeTransportFailure(*m_reply))});
+            fail(m_reply->error(), m_ownReason);
+        } else if (!answerArrived(*m_reply)) {
+            fail(m_reply->error(), describeTransportFailure(*m_reply));
+        } else if (const QUrl target = redirectTarget(*m_reply); target.isValid()) {
+            redirect(target);
         } else {
-            m_body += m_reply->readAll();
             fulfil({m_body, std::nullopt});
         }
     }
 
-    void fulfil(const HttpOutcome& outcome)
+    void redirect(const QUrl& target)
     {
-        if (!std::exchange(m_fulfilled, true)) {
-            m_promise.addResult(outcome);
-            m_promise.finish();
+        if (m_reply->operation() != QNetworkAccessManager::GetOperation) {
+            fail(QNetworkReply::ContentReSendError,
+                 QStringLiteral("The service redirected the request. It is not sent twice."));
+        } else if (!sameOrigin(m_reply->url(), target)) {
+            fail(QNetworkReply::InsecureRedirectError,
+                 QStringLiteral(
+                     "The service redirected the request to another server, which is not followed."));
+        } else if (++m_redirects > mostRedirects) {
+            fail(QNetworkReply::TooManyRedirectsError,
+                 QStringLiteral("The service redirected the request too many times."));
+        } else {
+            QNetworkRequest request = m_reply->request();
+            request.setUrl(target);
+            m_body.clear();
+            waitFor(m_reply->manager()->get(request));
         }
     }
 
-    QNetworkReply* m_reply;
-    QTimer m_limit;
+    void fail(QNetworkReply::NetworkError code, const QString& description)
+    {
+        fulfil({{}, Error(QStringLiteral("QNetworkReply"), code, description)});
+    }
+
+    /// Only the first outcome counts.
+    void fulfil(const HttpOutcome& outcome)
+    {
+        m_limit.stop();
+        m_promise.addResult(outcome);
+        m_promise.finish();
+    }
+
+    QNetworkReply* m_reply = nullptr;
+    QTimer m_limit{this};
+    int m_redirects = 0;
     QByteArray m_body;
     QString m_ownReason; ///< why this side ended the request; empty while it has not
-    bool m_fulfilled = false;
     QPromise<HttpOutcome> m_promise;
     std::optional<std::stop_callback<std::function<void()>>> m_onStop;
 };
+
+QNetworkAccessManager* theSession = nullptr; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 } // namespace
 
 QNetworkAccessManager& sharedHttpSession()
 {
-    static QPointer<QNetworkAccessManager> session;
-    if (session.isNull()) {
-        session = new QNetworkAccessManager(QCoreApplication::instance());
-        session->setRedirectPolicy(QNetworkRequest::SameOriginRedirectPolicy);
+    if (theSession == nullptr) {
+        theSession = new QNetworkAccessManager;
+        // The library drops the body of a redirect that it means to follow, also where it then cannot.
+        theSession->setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
+        QNetworkProxyFactory::setUseSystemConfiguration(true);
+        // Not as a child of the application object: those go when it has ended, and its end is also that of
+        // all events. What the session's thread has put off to an event would never be cleared away.
+        qAddPostRoutine(endHttpSession);
     }
-    return *session;
+    return *theSession;
+}
+
+void endHttpSession()
+{
+    delete std::exchange(theSession, nullptr);
 }
 
 QFuture<HttpOutcome> sendHttp(QNetworkRequest request, std::optional<QByteArray> body,

@@ -14,6 +14,9 @@ class QNetworkAccessManager;
 
 namespace tessary {
 
+/// How long a request may take until its answer is complete.
+inline constexpr std::chrono::milliseconds standardTimeout{60'000};
+
 /// How one request ended: with an answer, whatever its status, or with the reason why there is none.
 struct HttpOutcome
 {
@@ -21,16 +24,19 @@ struct HttpOutcome
     std::optional<Error> failure;
 };
 
-/// The program's one HTTP session, made at its first use. It belongs to the application object and is gone
-/// with it.
+/// The program's one HTTP session, made at its first use. It goes through the system's proxy and is gone when
+/// the application object begins to end.
 [[nodiscard]] QNetworkAccessManager& sharedHttpSession();
+
+/// Ends the session, and each request in flight with a failure. A next request makes a new one.
+void endHttpSession();
 
 /// Sends one request: a POST when there is a body, a GET otherwise. The future is fulfilled exactly once;
 /// a stop fulfils it at once, with a failure of its own, and who awaits it resumes from the event loop.
-/// A POST is sent once: a connection that breaks before the answer is a failure, and so is a redirect that
-/// wants the body again.
-/// Redirects are followed within the same origin only, so that a key never travels to another. An answer of
-/// more than 64 MiB is a failure.
+/// A POST is sent once: a connection that breaks before the answer is a failure, and so is a redirect.
+/// A GET follows up to ten redirects, within the same origin only, so that a key never travels to another.
+/// A redirect that does not say where to is an answer like any other. An answer of more than 64 MiB is a
+/// failure.
 /// @param timeout from the sending to the last byte of the answer, redirects included
 [[nodiscard]] QFuture<HttpOutcome> sendHttp(QNetworkRequest request, std::optional<QByteArray> body,
                                             std::chrono::milliseconds timeout, const std::stop_token& stop);

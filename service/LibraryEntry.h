@@ -1,9 +1,7 @@
 #pragma once
 
-#include <QJsonObject>
+#include <QByteArray>
 #include <QString>
-
-#include <optional>
 
 namespace tessary {
 
@@ -18,9 +16,9 @@ struct LibraryEntry
     QString fileFormat3D; ///< the code that was sent, not read from the answer
     bool is3D = false;
 
-    /// None when a key is missing or has the wrong type.
-    [[nodiscard]] static std::optional<LibraryEntry> fromAnswer(const QJsonObject& answer,
-                                                                const QString& formatCode);
+    /// Decodes the service's answer. Throws LibraryDataError, after printing why: noData for a list,
+    /// insertError for everything else that is no entry.
+    [[nodiscard]] static LibraryEntry fromAnswer(const QByteArray& body, const QString& formatCode);
 };
 
 } // namespace tessary

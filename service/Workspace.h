@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
@@ -29,8 +30,16 @@ struct Workspace
     QString workspaceName;
     QString workspaceOwnerId;
 
-    /// None when one of the 17 keys is missing, null or of the wrong type. Other keys are ignored.
-    [[nodiscard]] static std::optional<Workspace> fromStartupInformation(const QJsonObject& answer);
+    /// Decodes the service's answer, which names its keys differently; keys it does not know are ignored.
+    /// None for a list. Throws APIServiceError::invalidURL, after printing why, when one of the 17 values is
+    /// missing, null or of the wrong type, and NotJsonError when the answer is not JSON.
+    [[nodiscard]] static std::optional<Workspace> fromAnswer(const QByteArray& body);
+
+    /// The record's own form: its members by their names, without those that are not set.
+    [[nodiscard]] QJsonObject toJson() const;
+
+    /// None when a value is missing or of the wrong type; what may be unset may be missing or null.
+    [[nodiscard]] static std::optional<Workspace> fromJson(const QJsonObject& json);
 };
 
 } // namespace tessary

@@ -4,6 +4,7 @@
 #include <QPromise>
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace tessary {

@@ -1,5 +1,6 @@
 #include "upload/TransferTool.h"
 
+#include "desktop/ChildProcess.h"
 #include "upload/UploadActivity.h"
 
 #include <QCoreApplication>
@@ -10,15 +11,11 @@
 #include <QTimer>
 
 #include <chrono>
-#include <csignal>
-#include <sys/prctl.h>
-#include <unistd.h>
 
 namespace tessary {
 namespace {
 
 const QString toolDomain = QStringLiteral("AzCopy");
-constexpr std::chrono::milliseconds refreshInterval{50};
 
 /// The chunk as text; none when it is not valid UTF-8 from its first byte to its last.
 std::optional<QString> decode(const QByteArray& chunk)
@@ -39,6 +36,7 @@ public:
         : QObject(&activity), m_listener(std::move(listener)), m_stop(std::move(stop))
     {
         m_promise.start();
+        m_refresher.setTimerType(Qt::PreciseTimer);
         m_refresher.setInterval(refreshInterval);
         connect(&m_refresher, &QTimer::timeout, this, [this] { m_listener.refresh(); });
 
@@ -52,7 +50,12 @@ public:
         connect(&activity, &UploadActivity::killTools, &m_process, &QProcess::kill);
     }
 
-    ~Transfer() override { fulfil({true, std::nullopt}); }
+    /// Kills the tool, if it still runs, and waits for its end, which is near then.
+    ~Transfer() override
+    {
+        m_process.disconnect(this); // what it says of its end would come to an object half gone
+        fulfil({true, std::nullopt});
+    }
 
     Q_DISABLE_COPY_MOVE(Transfer)
 
@@ -60,13 +63,7 @@ public:
     {
         QFuture<TransferOutcome> outcome = m_promise.future();
         m_process.setInputChannelMode(QProcess::ForwardedInputChannel);
-        m_process.setChildProcessModifier([parent = getpid()] {
-            // The tool must not outlive a program that was killed, nor one that was killed since the fork.
-            prctl(PR_SET_PDEATHSIG, SIGKILL);
-            if (getppid() != parent) {
-                _exit(EXIT_FAILURE);
-            }
-        });
+        desktop::endWithThisProgram(m_process);
         m_process.start(tool, arguments, QIODevice::ReadOnly);
         return outcome;
     }

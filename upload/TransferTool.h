@@ -6,6 +6,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <stop_token>
@@ -23,12 +24,15 @@ struct TransferOutcome
     [[nodiscard]] bool succeeded() const { return !cancelled && !failure; }
 };
 
+/// How often the log's observers are told while a tool runs.
+inline constexpr std::chrono::milliseconds refreshInterval{50};
+
 /// Where a running transfer is heard. Both are called on the main thread.
 struct TransferListener
 {
-    std::function<void(const QString&)>
-        output;                    ///< one chunk as read; standard error's carry "ERROR: " in front
-    std::function<void()> refresh; ///< every 50 ms while the tool runs
+    /// One chunk as read; those of standard error carry "ERROR: " in front.
+    std::function<void(const QString&)> output;
+    std::function<void()> refresh; ///< every refreshInterval while the tool runs
 };
 
 /// The folder beside the executable that holds the transfer tool.

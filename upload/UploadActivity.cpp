@@ -1,16 +1,13 @@
 #include "upload/UploadActivity.h"
 
+#include "service/HttpCall.h"
+
+#include <QCoreApplication>
+
 #include <algorithm>
-#include <chrono>
-#include <vector>
+#include <functional>
 
 namespace tessary {
-namespace {
-
-/// The transfer tool needs about 2 s from a termination request to its end.
-constexpr std::chrono::seconds graceBeforeKill{5};
-
-} // namespace
 
 UploadActivity::UploadActivity(QObject* parent) : QObject(parent)
 {
@@ -19,46 +16,90 @@ UploadActivity::UploadActivity(QObject* parent) : QObject(parent)
     connect(&m_killTimer, &QTimer::timeout, this, &UploadActivity::killTools);
 }
 
-UploadActivity::Entry::Entry(UploadActivity& activity, std::optional<std::stop_source> stop)
-    : m_activity(activity), m_stop(std::move(stop))
+UploadActivity::~UploadActivity()
 {
-    m_activity.m_entries.insert(this);
-    Q_EMIT m_activity.underWayChanged();
+    blockSignals(true); // who listens may have gone before
+    m_gone = true;
+    m_tasks.clear();
+    const QObjectList transfers = children();
+    qDeleteAll(transfers);
+    for (std::stop_source& stop : stopsOfUploads()) {
+        stop.request_stop();
+    }
+    endHttpSession();
+    // All of it has ended, and only those who wait for it do not know yet: they hear of it while what they
+    // touch is there, one after the other. None of them begins anything any more.
+    do {
+        QCoreApplication::sendPostedEvents();
+    } while (underWay());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-UploadActivity::Entry::~Entry()
+std::shared_ptr<const void> UploadActivity::beginUpload(std::stop_source stop)
 {
-    m_activity.m_entries.erase(this);
-    Q_EMIT m_activity.underWayChanged();
-    m_activity.announceWhenEnded();
+    return begin(std::move(stop));
 }
 
-std::shared_ptr<UploadActivity::Entry> UploadActivity::begin(std::optional<std::stop_source> stop)
+std::shared_ptr<const void> UploadActivity::beginRegistration()
 {
-    return std::make_shared<Entry>(*this, std::move(stop));
+    return begin(std::nullopt);
+}
+
+std::shared_ptr<const void> UploadActivity::begin(Stop stop)
+{
+    const auto begun = m_underWay.insert(m_underWay.end(), std::move(stop));
+    Q_EMIT underWayChanged();
+    return {&*begun, [this, begun](const void* /*counted*/) { forget(begun); }};
+}
+
+void UploadActivity::forget(std::list<Stop>::iterator ended)
+{
+    m_underWay.erase(ended);
+    Q_EMIT underWayChanged();
+    announceWhenEnded();
+}
+
+void UploadActivity::runLater(std::function<void()> task)
+{
+    if (m_gone) {
+        return;
+    }
+    m_tasks.push_back(std::move(task));
+    QMetaObject::invokeMethod(this, &UploadActivity::runTasks, Qt::QueuedConnection);
+}
+
+void UploadActivity::runTasks()
+{
+    // Each may ask for another.
+    for (const std::function<void()>& task : std::exchange(m_tasks, {})) {
+        task();
+    }
 }
 
 void UploadActivity::endAll()
 {
     m_ending = true;
     m_killTimer.start();
-    // Copied first: stopping may end an upload at once, and with it its entry.
-    std::vector<std::stop_source> stops;
-    for (const Entry* entry : m_entries) {
-        if (entry->m_stop) {
-            stops.push_back(*entry->m_stop);
-        }
-    }
-    for (std::stop_source& stop : stops) {
+    for (std::stop_source& stop : stopsOfUploads()) {
         stop.request_stop();
     }
     announceWhenEnded();
 }
 
+std::vector<std::stop_source> UploadActivity::stopsOfUploads() const
+{
+    std::vector<std::stop_source> stops;
+    for (const Stop& stop : m_underWay) {
+        if (stop) {
+            stops.push_back(*stop);
+        }
+    }
+    return stops;
+}
+
 void UploadActivity::announceWhenEnded()
 {
-    const bool uploadsLeft = std::any_of(m_entries.begin(), m_entries.end(),
-                                         [](const Entry* entry) { return entry->m_stop.has_value(); });
+    const bool uploadsLeft = std::any_of(m_underWay.begin(), m_underWay.end(), std::mem_fn(&Stop::has_value));
     if (m_ending && !uploadsLeft) {
         m_ending = false;
         m_killTimer.stop();

@@ -3,43 +3,47 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
+#include <functional>
+#include <list>
 #include <memory>
 #include <optional>
-#include <set>
 #include <stop_token>
+#include <vector>
 
 namespace tessary {
 
 /// Everything that is under way, of every window and of screens that are gone: uploads and registrations.
-/// Quitting asks it, and ends it through it. Main thread only; outlives what it counts.
+/// Quitting asks it, and ends it through it. Main thread only; what it counts ends with it at the latest.
 class UploadActivity : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool underWay READ underWay NOTIFY underWayChanged)
 
 public:
+    /// How long a tool may take from the request to end until it is killed. AzCopy needs about 2 s.
+    static constexpr std::chrono::seconds graceBeforeKill{5};
+
     explicit UploadActivity(QObject* parent = nullptr);
 
-    /// Counts one upload or registration for as long as it lives.
-    class Entry
-    {
-    public:
-        Entry(UploadActivity& activity, std::optional<std::stop_source> stop);
-        ~Entry();
-        Q_DISABLE_COPY_MOVE(Entry)
+    /// Ends all that is under way at once: what is queued never begins, tools are killed, requests are given
+    /// up, also those of a sign-in. Each has let go of all it held when this object is gone.
+    ~UploadActivity() override;
+    Q_DISABLE_COPY_MOVE(UploadActivity)
 
-    private:
-        friend class UploadActivity;
-        UploadActivity& m_activity;
-        std::optional<std::stop_source> m_stop;
-    };
+    /// Counts one upload for as long as what is returned lives.
+    /// @param stop ends it early
+    [[nodiscard]] std::shared_ptr<const void> beginUpload(std::stop_source stop);
 
-    /// @param stop what ends it early; a registration has none
-    [[nodiscard]] std::shared_ptr<Entry> begin(std::optional<std::stop_source> stop);
+    /// Counts one registration for as long as what is returned lives. Nothing ends it early.
+    [[nodiscard]] std::shared_ptr<const void> beginRegistration();
 
-    [[nodiscard]] bool underWay() const { return !m_entries.empty(); }
+    [[nodiscard]] bool underWay() const { return !m_underWay.empty(); }
 
-    /// Cancels every upload, asks for running tools to be killed after 5 s, and announces ended() when no
+    /// Runs the task from the event loop, or never when this object goes before.
+    void runLater(std::function<void()> task);
+
+    /// Cancels every upload, asks for running tools to be killed in time, and announces ended() when no
     /// upload is left; at once when there is none. Registrations are not waited for.
     void endAll();
 
@@ -49,11 +53,21 @@ Q_SIGNALS:
     void ended();
 
 private:
+    using Stop = std::optional<std::stop_source>; ///< none for a registration
+
+    std::shared_ptr<const void> begin(Stop stop);
+    void forget(std::list<Stop>::iterator ended);
+    void runTasks();
     void announceWhenEnded();
 
-    std::set<const Entry*> m_entries;
+    /// A copy: stopping may end an upload at once, and with it what counts it.
+    [[nodiscard]] std::vector<std::stop_source> stopsOfUploads() const;
+
+    std::list<Stop> m_underWay;
+    std::vector<std::function<void()>> m_tasks;
     QTimer m_killTimer;
     bool m_ending = false;
+    bool m_gone = false;
 };
 
 } // namespace tessary

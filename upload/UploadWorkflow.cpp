@@ -1,8 +1,6 @@
 #include "upload/UploadWorkflow.h"
 
-#include "app/SessionManager.h"
 #include "service/Diagnostics.h"
-#include "service/VideoFormat.h"
 #include "upload/Completions.h"
 #include "upload/FileName.h"
 #include "upload/TransferTool.h"
@@ -20,16 +18,17 @@ namespace {
 /// One upload under way, shared by its tasks.
 struct Upload
 {
-    std::shared_ptr<FileUploaderState> screen;
+    std::shared_ptr<UploadListener> screen;
     std::shared_ptr<UploadTask> task;
     QList<QUrl> files;
-    std::shared_ptr<UploadActivity::Entry> entry;
+    UploadDependencies dependencies;
+    std::shared_ptr<const void> underWay;
 
     [[nodiscard]] bool isCancelled() const { return task->stop.stop_requested(); }
 
     /// The screen, while this upload may be heard on it. One that was cancelled and followed by a new one may
     /// not: its tool talks on for seconds, and none of that belongs to the new upload.
-    [[nodiscard]] FileUploaderState* audience() const
+    [[nodiscard]] UploadListener* listener() const
     {
         return isCancelled() && screen->currentUploadTask() != task ? nullptr : screen.get();
     }
@@ -43,9 +42,9 @@ struct Cancellation
 {
 };
 
-QString requireApiKey(const UploadSurroundings& surroundings)
+QString requireApiKey(const UploadDependencies& dependencies)
 {
-    const std::optional<QString>& apiKey = surroundings.sessionManager->apiKey();
+    const std::optional<QString> apiKey = dependencies.apiKey();
     if (!apiKey) {
         throw Error(QStringLiteral("tessary_macos_uploader.SessionManager"), 0,
                     QStringLiteral("You have been signed out. Sign in and upload again."));
@@ -58,10 +57,9 @@ QCoro::Task<> requestUrl(UploadRef upload, QString fileName, std::stop_token sto
 {
     std::optional<UrlOutcome> outcome;
     try {
-        const UploadSurroundings& surroundings = upload->screen->surroundings();
-        const QString apiKey = requireApiKey(surroundings);
+        const QString apiKey = requireApiKey(upload->dependencies);
         const SASUrlResponse answer =
-            co_await surroundings.apiService.requestUploadURL(apiKey, fileName, stop);
+            co_await upload->dependencies.apiService.requestUploadURL(apiKey, fileName, stop);
         outcome = answer.sasUrl;
     } catch (const std::exception&) {
         outcome = caughtError();
@@ -112,19 +110,18 @@ QCoro::Task<> transferFile(UploadRef upload, QUrl file, QString url,
 {
     TransferListener listener;
     listener.output = [upload](const QString& text) {
-        if (FileUploaderState* screen = upload->audience()) {
+        if (UploadListener* screen = upload->listener()) {
             screen->processOutput(text);
         }
     };
     listener.refresh = [upload] {
-        if (FileUploaderState* screen = upload->audience()) {
+        if (UploadListener* screen = upload->listener()) {
             screen->refreshLogs();
         }
     };
-    const UploadSurroundings& surroundings = upload->screen->surroundings();
     const QFuture<TransferOutcome> transfer =
-        uploadFile(file, url, surroundings.resourcesFolder, listener, upload->task->stop.get_token(),
-                   *surroundings.activity);
+        uploadFile(file, url, upload->dependencies.resourcesFolder, listener, upload->task->stop.get_token(),
+                   *upload->dependencies.activity);
     const TransferOutcome outcome = co_await transfer;
     completions->deliver(outcome);
 }
@@ -154,22 +151,15 @@ QCoro::Task<> transferFiles(UploadRef upload, QStringList urls)
 }
 
 /// Puts the uploaded video into the library, with the form as it is now. Reports to the log only.
-/// @param entry counts the registration as under way until the coroutine ends
-QCoro::Task<> registerVideo(std::shared_ptr<FileUploaderState> screen, QStringList blobs,
-                            [[maybe_unused]] std::shared_ptr<UploadActivity::Entry> entry)
+/// @param underWay counts the registration until the coroutine ends
+QCoro::Task<> registerVideo(std::shared_ptr<UploadListener> screen, UploadDependencies dependencies,
+                            QStringList blobs, [[maybe_unused]] std::shared_ptr<const void> underWay)
 {
     QString report;
     try {
-        const UploadSurroundings& surroundings = screen->surroundings();
-        const QString apiKey = requireApiKey(surroundings);
-        const QString left = blobs.at(0);
-        const std::optional<QString> right = blobs.size() > 1 ? std::optional(blobs.at(1)) : std::nullopt;
-        const QString format = screen->selectedFileFormat();
-        const bool is3D = VideoFormat::is3D(format);
-        const qint64 perspective = VideoFormat::perspectiveNumber(screen->selectedPerspective());
-        const QString name = screen->videoName();
-        const LibraryEntry video = co_await surroundings.apiService.submitLibraryData(
-            apiKey, left, right, format, is3D, perspective, name);
+        const QString apiKey = requireApiKey(dependencies);
+        const VideoRegistration registration = screen->form().registration(blobs);
+        const LibraryEntry video = co_await dependencies.apiService.submitLibraryData(apiKey, registration);
         // Not QString::arg(): the name may hold a place marker.
         report = QLatin1StringView("Video uploaded. Library ID: ") + QString::number(video.id) +
                  QLatin1StringView(", Name: ") + video.videoName + u'\n';
@@ -181,54 +171,45 @@ QCoro::Task<> registerVideo(std::shared_ptr<FileUploaderState> screen, QStringLi
 
 void reportStartOfTransfers(const Upload& upload)
 {
-    if (FileUploaderState* screen = upload.audience()) {
+    if (UploadListener* screen = upload.listener()) {
         screen->processOutput(QStringLiteral("Received Upload Sessions\n"));
-        screen->setStatusMessage(QStringLiteral("Uploading..."));
+        screen->enter(UploadState::Uploading);
     }
 }
 
 void reportSuccess(const Upload& upload, const QStringList& urls)
 {
-    FileUploaderState* screen = upload.audience();
+    UploadListener* screen = upload.listener();
     if (screen == nullptr) {
         return;
     }
-    screen->setIsUploading(false);
-    screen->setStatusMessage(QStringLiteral("Upload completed successfully!"));
-    screen->setShowSuccessAnimation(true);
-    screen->hideSuccessAnimationLater();
+    screen->enter(UploadState::Completed);
+    screen->showSuccess();
 
     QStringList blobs;
     for (const QString& url : urls) {
         blobs.append(url.section(u'?', 0, 0));
     }
-    UploadActivity* activity = screen->surroundings().activity;
-    QMetaObject::invokeMethod(
-        activity,
-        [screen = upload.screen, blobs, entry = activity->begin(std::nullopt)] {
-            registerVideo(screen, blobs, entry);
-        },
-        Qt::QueuedConnection);
+    UploadActivity* activity = upload.dependencies.activity;
+    activity->runLater(
+        [screen = upload.screen, dependencies = upload.dependencies, blobs,
+         underWay = activity->beginRegistration()] { registerVideo(screen, dependencies, blobs, underWay); });
 }
 
-void reportFailure(const Upload& upload, const Error& error)
+void reportFailure(const Upload& upload, const QString& description)
 {
-    FileUploaderState* screen = upload.audience();
-    if (screen != nullptr) {
-        screen->setIsUploading(false);
-    }
-    printLine(error.description());
-    if (screen != nullptr) {
-        screen->setStatusMessage(QLatin1StringView("Error: ") + error.description());
-        screen->processOutput(QLatin1StringView("Upload Error: ") + error.description());
+    if (UploadListener* screen = upload.listener()) {
+        screen->enter(UploadState::Failed, description);
+        screen->processOutput(QLatin1StringView("Upload Error: ") + description);
+    } else {
+        printLine(description);
     }
 }
 
 void reportCancellation(const Upload& upload)
 {
-    if (FileUploaderState* screen = upload.audience()) {
-        screen->setIsUploading(false);
-        screen->setStatusMessage(QStringLiteral("Upload canceled"));
+    if (UploadListener* screen = upload.listener()) {
+        screen->enter(UploadState::Cancelled);
         screen->processOutput(QStringLiteral("Upload canceled by user"));
     }
 }
@@ -243,21 +224,20 @@ QCoro::Task<> runUpload(UploadRef upload)
     } catch (const Cancellation&) {
         reportCancellation(*upload);
     } catch (const std::exception&) {
-        reportFailure(*upload, caughtError());
+        reportFailure(*upload, caughtError().description());
     }
 }
 
 } // namespace
 
-void startUploadTask(std::shared_ptr<FileUploaderState> screen, std::shared_ptr<UploadTask> task,
-                     QList<QUrl> files)
+void startUploadTask(std::shared_ptr<UploadListener> screen, std::shared_ptr<UploadTask> task,
+                     QList<QUrl> files, UploadDependencies dependencies)
 {
-    UploadActivity* activity = screen->surroundings().activity;
-    auto entry = activity->begin(task->stop);
-    const auto upload = std::make_shared<const Upload>(
-        Upload{std::move(screen), std::move(task), std::move(files), std::move(entry)});
-    QMetaObject::invokeMethod(
-        activity, [upload] { runUpload(upload); }, Qt::QueuedConnection);
+    UploadActivity* activity = dependencies.activity;
+    auto underWay = activity->beginUpload(task->stop);
+    const auto upload = std::make_shared<const Upload>(Upload{
+        std::move(screen), std::move(task), std::move(files), std::move(dependencies), std::move(underWay)});
+    activity->runLater([upload] { runUpload(upload); });
 }
 
 } // namespace tessary

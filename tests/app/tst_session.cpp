@@ -1,22 +1,22 @@
-#include "app/KeyForm.h"
 #include "app/tessary_macos_uploaderApp.h"
-#include "local/LocalService.h"
+#include "standins/LocalService.h"
 #include "tests/support/CapturedOutput.h"
+#include "ui/keys/KeyForm.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace tessary;
-using local::Breakage;
-using local::Fault;
-using local::LocalService;
+using standins::Breakage;
+using standins::Fault;
+using standins::LocalService;
 using Screen = tessary_macos_uploaderApp::Screen;
 
 namespace {
 
-const QString studioKey = local::localWorkspaces().at(0).key;
-const QString archiveKey = local::localWorkspaces().at(1).key;
+const QString studioKey = standins::localWorkspaces().at(0).key;
+const QString archiveKey = standins::localWorkspaces().at(1).key;
 
 } // namespace
 
@@ -34,10 +34,12 @@ private Q_SLOTS:
     void changingTheKey_data();
     void changingTheKey();
     void theLaterCheckWins();
+    void laterChecks_data();
+    void laterChecks();
     void aFormMayGoBeforeItsTaskRuns();
 
 private:
-    [[nodiscard]] Places places(const LocalService& service) const
+    [[nodiscard]] Configuration configuration(const LocalService& service) const
     {
         return {service.baseUrl(), m_folder->filePath(QStringLiteral("config")), m_folder->path()};
     }
@@ -72,12 +74,12 @@ void SessionTest::startUp()
     }
     StoredApiKey(m_folder->filePath(QStringLiteral("config"))).write(stored);
     const CapturedOutput output;
-    tessary_macos_uploaderApp app(places(service));
+    tessary_macos_uploaderApp app(configuration(service));
     SessionManager& session = *app.sessionManager();
     QCOMPARE(app.screen(), stored.isEmpty() ? Screen::Login : Screen::Uploader);
     if (staysSignedIn) {
         QTRY_VERIFY(session.hasWorkspace());
-        QCOMPARE(session.workspaceName(), local::localWorkspaces().at(0).name);
+        QCOMPARE(session.workspaceName(), standins::localWorkspaces().at(0).name);
     } else {
         QTRY_VERIFY(!session.hasApiKey());
         QCOMPARE(session.signInProblem().isEmpty(), stored.isEmpty());
@@ -90,7 +92,7 @@ void SessionTest::startUp()
 void SessionTest::signingIn()
 {
     LocalService service;
-    tessary_macos_uploaderApp app(places(service));
+    tessary_macos_uploaderApp app(configuration(service));
     SessionManager& session = *app.sessionManager();
     KeyForm form;
     form.setProperty("sessionManager", QVariant::fromValue(&session));
@@ -149,7 +151,7 @@ void SessionTest::changingTheKey()
 
     LocalService service;
     StoredApiKey(m_folder->filePath(QStringLiteral("config"))).write(studioKey);
-    tessary_macos_uploaderApp app(places(service));
+    tessary_macos_uploaderApp app(configuration(service));
     SessionManager& session = *app.sessionManager();
     QTRY_VERIFY(session.hasWorkspace());
     const QString before = session.workspaceName();
@@ -184,7 +186,7 @@ void SessionTest::changingTheKey()
 void SessionTest::theLaterCheckWins()
 {
     LocalService service;
-    tessary_macos_uploaderApp app(places(service));
+    tessary_macos_uploaderApp app(configuration(service));
     SessionManager& session = *app.sessionManager();
     service.answerInReverse(LocalService::startupPath, 2);
     session.setApiKey(studioKey);
@@ -193,14 +195,49 @@ void SessionTest::theLaterCheckWins()
     session.fetchWorkspaceData();
     QSignalSpy published(&session, &SessionManager::workspaceDataChanged);
     QTRY_COMPARE(published.count(), 2);
-    QCOMPARE(session.workspaceName(), local::localWorkspaces().at(0).name);
+    QCOMPARE(session.workspaceName(), standins::localWorkspaces().at(0).name);
     QCOMPARE(session.apiKey(), archiveKey);
+}
+
+void SessionTest::laterChecks_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<bool>("keepsWorkspace");
+    QTest::addColumn<QString>("problem");
+    const QString unknown =
+        QStringLiteral("The service does not know a workspace for this key. Check the key and try again.");
+    const QString elsewhere = QStringLiteral(
+        "The service did not answer with a workspace. It may be out of order; try again later.");
+    QTest::newRow("none") << QByteArray("[]") << false << unknown;
+    QTest::newRow("error object") << QByteArray("{}") << true << unknown;
+    QTest::newRow("page of a gateway") << QByteArray("<p>Bad gateway</p>") << true << elsewhere;
+}
+
+/// What becomes of an earlier workspace, and what is told.
+void SessionTest::laterChecks()
+{
+    QFETCH(QByteArray, answer);
+    QFETCH(bool, keepsWorkspace);
+    QFETCH(QString, problem);
+    LocalService service;
+    StoredApiKey(m_folder->filePath(QStringLiteral("config"))).write(studioKey);
+    tessary_macos_uploaderApp app(configuration(service));
+    SessionManager& session = *app.sessionManager();
+    QTRY_VERIFY(session.hasWorkspace());
+    service.addFault(LocalService::startupPath, Fault::answered({502, answer}));
+    session.fetchWorkspaceData();
+    QVERIFY(session.hasApiKey());
+    QTRY_COMPARE(session.signInProblem(), problem);
+    QTRY_VERIFY(!session.hasApiKey());
+    QCOMPARE(session.storedApiKey(), QString());
+    QCOMPARE(session.hasWorkspace(), keepsWorkspace);
+    QCOMPARE(session.workspaceName(), keepsWorkspace ? standins::localWorkspaces().at(0).name : QString());
 }
 
 void SessionTest::aFormMayGoBeforeItsTaskRuns()
 {
     LocalService service;
-    tessary_macos_uploaderApp app(places(service));
+    tessary_macos_uploaderApp app(configuration(service));
     {
         KeyForm form;
         form.setProperty("sessionManager", QVariant::fromValue(app.sessionManager()));

@@ -1,7 +1,7 @@
-#include "app/KeyForm.h"
 #include "app/tessary_macos_uploaderApp.h"
-#include "local/LocalService.h"
+#include "standins/LocalService.h"
 #include "tests/support/CapturedOutput.h"
+#include "ui/keys/KeyForm.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -12,12 +12,12 @@
 #include <sys/stat.h>
 
 using namespace tessary;
-using local::LocalService;
+using standins::LocalService;
 using Screen = tessary_macos_uploaderApp::Screen;
 
 namespace {
 
-const QString studioKey = local::localWorkspaces().at(0).key;
+const QString studioKey = standins::localWorkspaces().at(0).key;
 
 int modeOf(const QString& path)
 {
@@ -49,7 +49,7 @@ private:
         return m_folder->filePath(QStringLiteral("config/settings.json"));
     }
 
-    [[nodiscard]] Places places(const LocalService& service) const
+    [[nodiscard]] Configuration configuration(const LocalService& service) const
     {
         return {service.baseUrl(), m_folder->filePath(QStringLiteral("config")), m_folder->path()};
     }
@@ -98,7 +98,7 @@ void StoredKeyTest::brokenSettingsCountAsNoKey()
     file.close();
 
     const LocalService service;
-    tessary_macos_uploaderApp app(places(service));
+    tessary_macos_uploaderApp app(configuration(service));
     QCOMPARE(app.screen(), Screen::Login);
     app.sessionManager()->setStoredApiKey(QStringLiteral("key"));
     QCOMPARE(app.sessionManager()->storedApiKey(), QStringLiteral("key"));
@@ -109,7 +109,7 @@ void StoredKeyTest::anUnwritablePlaceKeepsTheKeyInMemory()
     QFile wall(m_folder->filePath(QStringLiteral("config"))); // a file where the folder should be
     QVERIFY(wall.open(QIODevice::WriteOnly));
     const LocalService service;
-    tessary_macos_uploaderApp app(places(service));
+    tessary_macos_uploaderApp app(configuration(service));
     KeyForm form;
     form.setProperty("sessionManager", QVariant::fromValue(app.sessionManager()));
     form.setApiKey(studioKey);
@@ -122,7 +122,7 @@ void StoredKeyTest::anUnwritablePlaceKeepsTheKeyInMemory()
 void StoredKeyTest::aFullPlaceKeepsTheOldFile()
 {
     const LocalService service;
-    tessary_macos_uploaderApp app(places(service));
+    tessary_macos_uploaderApp app(configuration(service));
     SessionManager& session = *app.sessionManager();
     session.setStoredApiKey(studioKey);
     const QString longKey(4000, u'k');

@@ -1,8 +1,7 @@
-#include "app/ProcessSetup.h"
-#include "app/Program.h"
-#include "local/Azurite.h"
-#include "local/LocalService.h"
-#include "local/WindowDriver.h"
+#include "desktop/ProcessSetup.h"
+#include "standins/Azurite.h"
+#include "standins/LocalService.h"
+#include "testkit/ProgramFixture.h"
 
 #include <QFile>
 #include <QGuiApplication>
@@ -12,14 +11,13 @@
 #include <optional>
 
 using namespace tessary;
-using namespace tessary::local;
+using namespace tessary::standins;
+using testkit::WindowDriver;
 
 namespace {
 
 const QString filePicker = QStringLiteral("filePicker");
 const QString statusLine = QStringLiteral("statusLine");
-const QString uploadButton = QStringLiteral("uploadButton");
-const QString completed = QStringLiteral("Upload completed successfully!");
 
 /// Takes the tool some seconds; a sparse file.
 constexpr qint64 largeFile = 512LL * 1024 * 1024;
@@ -35,33 +33,15 @@ QString withoutQuery(const QString& url)
     return url.section(u'?', 0, 0);
 }
 
-/// One run of the program, signed in at a service of its own.
+/// One run of the program at a service of its own.
 struct Run
 {
     explicit Run(const BlobStore& store)
-        : service(store),
-          program({service.baseUrl(), folder.filePath(QStringLiteral("settings")),
-                   QStringLiteral(TESSARY_RESOURCES)})
+        : service(store), program(service.baseUrl(), QStringLiteral(TESSARY_RESOURCES))
     {
     }
 
-    [[nodiscard]] bool start()
-    {
-        if (!program.openWindow()) {
-            return false;
-        }
-        driver.emplace(*program.windows().front());
-        return driver->type(QStringLiteral("keyField"), localWorkspaces().front().key) &&
-               driver->click(QStringLiteral("submitKeyButton")) && driver->ready(filePicker);
-    }
-
-    /// A file of its own content, below the run's folder.
-    QUrl makeFile(const QString& name, const QByteArray& content) const
-    {
-        QFile file(folder.filePath(name));
-        const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-        return written ? QUrl::fromLocalFile(file.fileName()) : QUrl();
-    }
+    [[nodiscard]] bool start() { return program.signIn(localWorkspaces().front().key); }
 
     /// What the service is to answer the next request for an upload URL with.
     void answerNextWith(const QString& uploadUrl)
@@ -70,20 +50,31 @@ struct Run
                          Fault::answered({200, R"({"sasUrl":")" + uploadUrl.toUtf8() + "\"}"}));
     }
 
-    [[nodiscard]] bool isRegistered()
+    [[nodiscard]] bool reaches(UploadState wanted) const
+    {
+        return WindowDriver::await(statusMessageOf(wanted),
+                                   [&] { return program.state().uploadState() == wanted; });
+    }
+
+    [[nodiscard]] bool isRegistered() const
     {
         return WindowDriver::await(QStringLiteral("the registration in the log"),
                                    [this] { return log().contains(u"Video uploaded. Library ID: "); });
     }
 
-    [[nodiscard]] QString log() const { return driver->textOf(QStringLiteral("logText")); }
+    [[nodiscard]] bool isIdle()
+    {
+        const UploadActivity& activity = *program.application().uploadActivity();
+        return WindowDriver::await(QStringLiteral("every upload to end"),
+                                   [&] { return !activity.underWay(); });
+    }
+
+    [[nodiscard]] QString log() const { return program.driver().textOf(QStringLiteral("logText")); }
 
     [[nodiscard]] const std::vector<RegisteredVideo>& videos() const { return service.library().videos(); }
 
-    QTemporaryDir folder;
     LocalService service;
-    Program program;
-    std::optional<WindowDriver> driver;
+    testkit::ProgramFixture program;
 };
 
 } // namespace
@@ -123,12 +114,11 @@ void EndToEndTest::aFileReachesTheLibrary()
     const QString sample = QStringLiteral(TESSARY_SAMPLE);
     Run run(m_azurite->store());
     QVERIFY(run.start());
-    QVERIFY(run.driver->drop(filePicker, {QUrl::fromLocalFile(sample)}));
-    QVERIFY(run.driver->type(QStringLiteral("nameField"), QStringLiteral("Café <b>100 %</b>")));
-    QVERIFY(run.driver->click(QStringLiteral("formatOption:2D")));
-    QVERIFY(run.driver->click(QStringLiteral("perspectiveOption:360")));
-    QVERIFY(run.driver->click(uploadButton));
-    QVERIFY(run.driver->shows(statusLine, completed));
+    QVERIFY(run.program.fillForm(QUrl::fromLocalFile(sample), QStringLiteral("Café <b>100 %</b>")));
+    QVERIFY(run.program.click("formatOption:2D"));
+    QVERIFY(run.program.click("perspectiveOption:360"));
+    QVERIFY(run.program.click("uploadButton"));
+    QVERIFY(run.reaches(UploadState::Completed));
     QVERIFY(WindowDriver::await(QStringLiteral("the library"), [&run] { return !run.videos().empty(); }));
 
     const RegisteredVideo& video = run.videos().front();
@@ -148,13 +138,13 @@ void EndToEndTest::aPairKeepsTheOrderOfTheAnswers()
     run.service.answerInReverse(LocalService::uploadUrlPath, 2);
     const QByteArray left(300'000, 'l');
     const QByteArray right(200'000, 'r');
-    QVERIFY(run.driver->click(QStringLiteral("formatOption:Separate")));
-    QVERIFY(run.driver->drop(QStringLiteral("leftEyePicker"),
-                             {run.makeFile(QStringLiteral("left eye.mp4"), left)}));
-    QVERIFY(run.driver->drop(QStringLiteral("rightEyePicker"),
-                             {run.makeFile(QStringLiteral("right eye.mp4"), right)}));
-    QVERIFY(run.driver->type(QStringLiteral("nameField"), QStringLiteral("Both eyes")));
-    QVERIFY(run.driver->click(uploadButton));
+    QVERIFY(run.program.click("formatOption:Separate"));
+    QVERIFY(run.program.driver().drop(QStringLiteral("leftEyePicker"),
+                                      {run.program.makeFile(QStringLiteral("left eye.mp4"), left)}));
+    QVERIFY(run.program.driver().drop(QStringLiteral("rightEyePicker"),
+                                      {run.program.makeFile(QStringLiteral("right eye.mp4"), right)}));
+    QVERIFY(run.program.driver().type(QStringLiteral("nameField"), QStringLiteral("Both eyes")));
+    QVERIFY(run.program.click("uploadButton"));
     QVERIFY(run.isRegistered());
 
     QCOMPARE(run.videos().size(), 1U);
@@ -176,24 +166,23 @@ void EndToEndTest::aNewUploadFollowsACancelledOneAtOnce()
     // The tool tries on for minutes where nothing answers: only the cancelling ends it.
     run.answerNextWith(QStringLiteral("http://127.0.0.1:9/devstoreaccount1/harbor/clip.mp4?sig=none"));
     const QByteArray content(1'000'000, 'c');
-    QVERIFY(run.driver->drop(filePicker, {run.makeFile(QStringLiteral("clip.mp4"), content)}));
-    QVERIFY(run.driver->type(QStringLiteral("nameField"), QStringLiteral("Second try")));
-    QVERIFY(run.driver->click(uploadButton));
+    QVERIFY(run.program.fillForm(run.program.makeFile(QStringLiteral("clip.mp4"), content),
+                                 QStringLiteral("Second try")));
+    QVERIFY(run.program.click("uploadButton"));
     QVERIFY(WindowDriver::await(QStringLiteral("the tool's report"),
                                 [&run] { return run.log().contains(u"0.0%"); }));
 
-    QVERIFY(run.driver->click(QStringLiteral("cancelUploadButton")));
-    QVERIFY(run.driver->shows(statusLine, QStringLiteral("Upload canceled")));
-    QVERIFY(run.driver->click(uploadButton));
+    QVERIFY(run.program.click("cancelUploadButton"));
+    QVERIFY(run.reaches(UploadState::Cancelled));
+    QVERIFY(run.program.click("uploadButton"));
     QVERIFY(run.isRegistered());
-    const UploadActivity& activity = *run.program.application().uploadActivity();
-    QVERIFY(WindowDriver::await(QStringLiteral("both uploads to end"), [&] { return !activity.underWay(); }));
+    QVERIFY(run.isIdle());
 
     QCOMPARE(run.videos().size(), 1U);
     QCOMPARE(run.service.requestsTo(LocalService::uploadUrlPath).size(), 2U);
     QCOMPARE(run.videos().front().uploadedUrl, withoutQuery(run.service.library().issuedUrls().last()));
     QCOMPARE(m_azurite->readBlob(run.videos().front().uploadedUrl), content);
-    QCOMPARE(run.driver->textOf(statusLine), completed);
+    QCOMPARE(run.program.driver().textOf(statusLine), statusMessageOf(UploadState::Completed));
     QVERIFY2(!run.log().contains(u"cancel", Qt::CaseInsensitive), qPrintable(run.log()));
 }
 
@@ -205,12 +194,12 @@ void EndToEndTest::aRefusedTransferFails()
         m_azurite->store().signedBlobUrl(localWorkspaces().front().container, QStringLiteral("late.mp4"),
                                          QStringLiteral("cw"), -std::chrono::hours(1));
     run.answerNextWith(expired);
-    QVERIFY(run.driver->drop(filePicker, {run.makeFile(QStringLiteral("late.mp4"), "late")}));
-    QVERIFY(run.driver->type(QStringLiteral("nameField"), QStringLiteral("Too late")));
-    QVERIFY(run.driver->click(uploadButton));
+    QVERIFY(run.program.fillForm(run.program.makeFile(QStringLiteral("late.mp4"), "late"),
+                                 QStringLiteral("Too late")));
+    QVERIFY(run.program.click("uploadButton"));
 
-    QVERIFY(run.driver->shows(statusLine, QStringLiteral("Error: AzCopy exited with code 1")));
-    QVERIFY(run.driver->ready(uploadButton));
+    QVERIFY(run.program.driver().shows(statusLine, QStringLiteral("Error: AzCopy exited with code 1")));
+    QVERIFY(run.program.driver().ready(QStringLiteral("uploadButton")));
     QVERIFY(WindowDriver::await(QStringLiteral("the failure in the log"), [&run] {
         return run.log().endsWith(u"Upload Error: AzCopy exited with code 1\n");
     }));
@@ -222,11 +211,11 @@ void EndToEndTest::aRefusedTransferFails()
 bool EndToEndTest::loseStore(Run& run)
 {
     const qint64 stored = m_azurite->storedBytes();
-    QFile file(run.folder.filePath(QStringLiteral("large.mp4")));
+    QFile file(run.program.pathOf(QStringLiteral("large.mp4")));
     if (!file.open(QIODevice::WriteOnly) || !file.resize(largeFile) || !run.start() ||
-        !run.driver->drop(filePicker, {QUrl::fromLocalFile(file.fileName())}) ||
-        !run.driver->type(QStringLiteral("nameField"), QStringLiteral("Large")) ||
-        !run.driver->click(uploadButton) ||
+        !run.program.driver().drop(filePicker, {QUrl::fromLocalFile(file.fileName())}) ||
+        !run.program.driver().type(QStringLiteral("nameField"), QStringLiteral("Large")) ||
+        !run.program.click("uploadButton") ||
         !WindowDriver::await(QStringLiteral("the first blocks in the store"),
                              [&] { return m_azurite->storedBytes() > stored + largeFile / 32; })) {
         return false;
@@ -236,13 +225,14 @@ bool EndToEndTest::loseStore(Run& run)
     const qsizetype reports = run.log().count(u'%');
     return WindowDriver::await(QStringLiteral("the tool's reports"),
                                [&] { return run.log().count(u'%') >= reports + 2; }) &&
-           run.driver->textOf(statusLine) == QStringLiteral("Uploading...") &&
-           run.driver->ready(QStringLiteral("cancelUploadButton"));
+           run.program.driver().textOf(statusLine) == statusMessageOf(UploadState::Uploading) &&
+           run.program.driver().ready(QStringLiteral("cancelUploadButton"));
 }
 
 bool EndToEndTest::largeFileArrives(Run& run)
 {
-    if (!run.isRegistered() || run.videos().size() != 1 || run.driver->textOf(statusLine) != completed) {
+    if (!run.isRegistered() || run.videos().size() != 1 ||
+        run.program.state().uploadState() != UploadState::Completed) {
         return false;
     }
     const QByteArray blob = m_azurite->readBlob(run.videos().front().uploadedUrl);
@@ -262,19 +252,18 @@ void EndToEndTest::anUploadToAStoreThatIsGoneCanBeCancelled()
 {
     Run run(m_azurite->store());
     QVERIFY(loseStore(run));
-    QVERIFY(run.driver->click(QStringLiteral("cancelUploadButton")));
-    QVERIFY(run.driver->shows(statusLine, QStringLiteral("Upload canceled")));
+    QVERIFY(run.program.click("cancelUploadButton"));
+    QVERIFY(run.reaches(UploadState::Cancelled));
     m_azurite->start();
-    QVERIFY(run.driver->click(uploadButton));
+    QVERIFY(run.program.click("uploadButton"));
     QVERIFY(largeFileArrives(run));
-    const UploadActivity& activity = *run.program.application().uploadActivity();
-    QVERIFY(WindowDriver::await(QStringLiteral("both uploads to end"), [&] { return !activity.underWay(); }));
-    QCOMPARE(run.driver->textOf(statusLine), completed);
+    QVERIFY(run.isIdle());
+    QCOMPARE(run.program.driver().textOf(statusLine), statusMessageOf(UploadState::Completed));
 }
 
 int main(int argc, char** argv)
 {
-    prepareProcess();
+    desktop::prepareProcess();
     const QGuiApplication application(argc, argv);
     EndToEndTest test;
     return QTest::qExec(&test, argc, argv);

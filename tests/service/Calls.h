@@ -21,6 +21,9 @@ struct Ending
     QString description;
 };
 
+/// Longer than what the network library reads of a body at once.
+inline const QString longName(40'000, u'N');
+
 using Call = std::function<QCoro::Task<QString>(const APIService&)>;
 
 inline QCoro::Task<QString>
@@ -40,9 +43,9 @@ inline QCoro::Task<QString> requestUrl(const APIService& service) // NOLINT: as 
 
 inline QCoro::Task<QString> submit(const APIService& service) // NOLINT: as above
 {
-    const LibraryEntry entry =
-        co_await service.submitLibraryData(QStringLiteral("key"), QStringLiteral("L"), QStringLiteral("R"),
-                                           QStringLiteral("Separate"), true, -5, QStringLiteral("N"));
+    const VideoRegistration video{
+        QStringLiteral("L"), QStringLiteral("R"), QStringLiteral("Separate"), true, -5, longName};
+    const LibraryEntry entry = co_await service.submitLibraryData(QStringLiteral("key"), video);
     co_return entry.fileFormat3D == QLatin1StringView("Separate") ? QStringLiteral("ok")
                                                                   : QStringLiteral("none");
 }

@@ -1,67 +1,214 @@
-#include "local/LocalService.h"
+#include "service/HttpCall.h"
 #include "tests/service/Calls.h"
 #include "tests/support/CapturedOutput.h"
+#include "tests/support/RawServer.h"
+
+#include <QNetworkAccessManager>
+#include <QTimer>
+
+#include <algorithm>
 
 using namespace tessary;
-using local::Fault;
-using local::LocalService;
+using namespace std::chrono_literals;
 
-/// Requests that get no answer, or may not go out.
+namespace {
+
+const QByteArray list = RawServer::answer("200 OK", "[]");
+
+QByteArray redirect(const QByteArray& status, const QByteArray& location)
+{
+    return RawServer::answer(status + " Moved\r\nLocation: " + location, "{}");
+}
+
+} // namespace
+
+/// Requests that get no answer, may not go out, or go elsewhere.
 class TransportTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void anAnswerTooLarge();
+    void initTestCase();
+    void noAnswer_data();
+    void noAnswer();
+    void redirectsAreFollowed_data();
+    void redirectsAreFollowed();
     void theKeyStaysWithItsOrigin();
+    void theSystemsProxyIsUsed();
     void whatCannotBeSent();
+    void theLimitOfARequest();
     void aStopAbandonsARequest();
+
+private:
+    RawServer m_proxy;
 };
 
-void TransportTest::anAnswerTooLarge()
+void TransportTest::initTestCase()
 {
-    LocalService server;
-    server.addFault(LocalService::startupPath, Fault::answered({200, QByteArray(70 * 1024 * 1024, ' ')}));
+    // Before the first request: some systems look at their environment only once.
+    for (const char* name : {"http_proxy", "https_proxy", "HTTP_PROXY", "HTTPS_PROXY"}) {
+        qputenv(name, "http://" + m_proxy.address());
+    }
+    qputenv("no_proxy", "127.0.0.1");
+    qputenv("NO_PROXY", "127.0.0.1");
+}
+
+void TransportTest::noAnswer_data()
+{
+    QTest::addColumn<Call>("call");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QString>("words");
+    QTest::addColumn<int>("requests");
+    const auto row = [](const char* name, const Call& call, const QByteArray& answer, const char* words,
+                        int requests = 1) {
+        QTest::newRow(name) << call << answer << QString::fromLatin1(words) << requests;
+    };
+    const Call get = pullStartup;
+    const Call post = submit;
+    row("too large", get, RawServer::answer("200 OK", QByteArray(70 * 1024 * 1024, ' ')),
+        "The service's answer is too large to be one of its own.");
+    const QByteArray brokenGzip("\x1f\x8b\x08\0\0\0\0\0\0\x03\x07 and no deflated data", 36);
+    const char* unpacked = "The service's answer could not be decompressed: it is damaged or too large.";
+    const QByteArray zeros = qCompress(QByteArray(20 * 1024 * 1024, '0')).mid(4);
+    for (const char* status : {"200 OK", "422 No", "500 Broken"}) {
+        const QByteArray head = QByteArray(status) + "\r\nContent-Encoding: ";
+        row(head + "gzip", get, RawServer::answer(head + "gzip", brokenGzip), unpacked);
+        row(head + "deflate", post, RawServer::answer(head + "deflate", zeros), unpacked);
+    }
+    row("round and round", get, redirect("302", "?again"),
+        "The service redirected the request too many times.", 11);
+    row("another scheme", get, redirect("301", "https://127.0.0.1/"),
+        "The service redirected the request to another server, which is not followed.");
+    for (const char* status : {"301", "302", "303", "307", "308"}) {
+        row(status, post, redirect(status, "/elsewhere"),
+            "The service redirected the request. It is not sent twice.");
+    }
+    row("cut off", get, list.chopped(1),
+        "The connection to the service was closed before its answer was complete.");
+}
+
+void TransportTest::noAnswer()
+{
+    QFETCH(Call, call);
+    QFETCH(QByteArray, answer);
+    QFETCH(QString, words);
+    QFETCH(int, requests);
+    const RawServer server({answer});
     const CapturedOutput output;
-    const Ending ending = run(pullStartup, APIService(server.baseUrl()));
+    const Ending ending = run(call, APIService(server.baseUrl()));
+    QCOMPARE(ending.description, words);
     QCOMPARE(ending.domain, QStringLiteral("QNetworkReply"));
-    QVERIFY2(ending.description.contains(QLatin1StringView("too large")), qPrintable(ending.description));
-    QCOMPARE(output.text(), QByteArray());
+    QVERIFY2(!output.text().contains("Error deserializing"), output.text().constData());
+    QCOMPARE(server.requests().size(), requests);
+}
+
+void TransportTest::redirectsAreFollowed_data()
+{
+    QTest::addColumn<QByteArray>("status");
+    for (const char* status : {"301", "302", "303", "307", "308"}) {
+        QTest::newRow(status) << QByteArray(status);
+    }
+}
+
+void TransportTest::redirectsAreFollowed()
+{
+    QFETCH(QByteArray, status);
+    RawServer server;
+    server.setAnswers({redirect(status, "../else/where?x=%20"),
+                       redirect(status, "http://" + server.address() + "/there"), list});
+    const Ending ending = run(pullStartup, APIService(server.baseUrl()));
+    QCOMPARE(ending.result, QStringLiteral("none"));
+    QCOMPARE(server.requests().size(), 3);
+    const QByteArray first = server.requests().at(0);
+    const QByteArray rest = first.mid(first.indexOf('\r'));
+    QCOMPARE(server.requests().at(1), "GET /api/else/where?x=%20 HTTP/1.1" + rest);
+    QCOMPARE(server.requests().at(2), "GET /there HTTP/1.1" + rest);
 }
 
 void TransportTest::theKeyStaysWithItsOrigin()
 {
-    LocalService server;
-    const LocalService other;
-    server.addFault(LocalService::startupPath,
-                    Fault::redirected(302, other.baseUrl().toLatin1() + LocalService::startupPath));
-    const Ending ending = run(pullStartup, APIService(server.baseUrl()));
-    QVERIFY2(ending.description.contains(QLatin1StringView("another server")),
-             qPrintable(ending.description));
-    QVERIFY(other.requests().empty());
+    const RawServer other({list});
+    RawServer server;
+    const QByteArray otherName = "localhost:" + QByteArray::number(server.serverPort());
+    for (const QByteArray& address : {other.address(), otherName}) {
+        server.setAnswers({redirect("302", "http://" + address + "/")});
+        QCOMPARE(run(pullStartup, APIService(server.baseUrl())).result, QStringLiteral("error"));
+    }
+    QVERIFY(other.requests().isEmpty());
+    QCOMPARE(server.requests().size(), 2);
+}
+
+void TransportTest::theSystemsProxyIsUsed()
+{
+    m_proxy.setAnswers({list});
+    QCOMPARE(run(pullStartup, APIService(QStringLiteral("http://service.invalid/api"))).result,
+             QStringLiteral("none"));
+    QCOMPARE(m_proxy.requests().size(), 1);
+    QVERIFY(m_proxy.requests().at(0).startsWith("GET http://service.invalid/api/upload-app/pull-startup"));
+
+    // Over TLS, the proxy sees neither path nor key.
+    m_proxy.setAnswers(
+        {RawServer::answer("407 Who are you?\r\nProxy-Authenticate: Basic realm=\"x\"", "[]")});
+    for (const char* url : {"https://service.invalid/api", "http://service.invalid/api"}) {
+        const CapturedOutput output;
+        QCOMPARE(run(pullStartup, APIService(QLatin1StringView(url))).description,
+                 QStringLiteral("The network's proxy asks for a password, which this program cannot give."));
+        QCOMPARE(output.text(), QByteArray());
+    }
+    QVERIFY(m_proxy.requests().at(1).startsWith("CONNECT service.invalid:443"));
+    QVERIFY(!m_proxy.requests().at(1).contains("a key"));
+
+    const qsizetype before = m_proxy.requests().size();
+    const RawServer excepted({list});
+    QCOMPARE(run(pullStartup, APIService(excepted.baseUrl())).result, QStringLiteral("none"));
+    QCOMPARE(m_proxy.requests().size(), before);
 }
 
 void TransportTest::whatCannotBeSent()
 {
-    LocalService server;
     QCOMPARE(run(pullStartup, APIService(QStringLiteral("http://no host/api"))).domain,
              QStringLiteral("tessary_macos_uploader.APIServiceError"));
     const QString down = QStringLiteral("http://127.0.0.1:9/api");
     QVERIFY(run(pullStartup, APIService(down)).description.contains(QLatin1StringView("refused")));
 
+    const RawServer server;
+    for (const char* key : {"key\rX", "key\nX", "\0"}) {
+        const Call smuggle = [key](const APIService& client) {
+            return [](QCoro::Task<std::optional<Workspace>> request) -> QCoro::Task<QString> {
+                co_await request;
+                co_return QString();
+            }(client.pullStartupInformation(QString::fromLatin1(key, key[0] == '\0' ? 1 : -1)));
+        };
+        const QString description = run(smuggle, APIService(server.baseUrl())).description;
+        QVERIFY(description.contains(QLatin1StringView("line break")));
+    }
+    QVERIFY(server.requests().isEmpty());
+}
+
+void TransportTest::theLimitOfARequest()
+{
+    const RawServer server;
     const APIService service(server.baseUrl());
-    const auto smuggle = [](const APIService& client) -> QCoro::Task<QString> { // NOLINT: it captures nothing
-        co_await client.pullStartupInformation(QStringLiteral("key\r\nX-Other: 1"));
-        co_return QString();
-    };
-    QVERIFY(run(smuggle, service).description.contains(QLatin1StringView("line break")));
-    QVERIFY(server.requests().empty());
+    const Call calls[] = {pullStartup, requestUrl, submit};
+    for (const Call& call : calls) {
+        QCOMPARE(run(call, APIService(server.baseUrl(), 50ms)).description,
+                 QStringLiteral("The service did not answer within 0.05 seconds."));
+        settle(call(service), std::make_shared<std::optional<Ending>>());
+    }
+    QCOMPARE(standardTimeout, 60s);
+    const auto timers = sharedHttpSession().findChildren<QTimer*>();
+    QCOMPARE(std::count_if(timers.begin(), timers.end(),
+                           [](const QTimer* timer) {
+                               return timer->isActive() && timer->isSingleShot() &&
+                                      timer->intervalAsDuration() == 60s &&
+                                      timer->timerType() == Qt::PreciseTimer;
+                           }),
+             3);
 }
 
 void TransportTest::aStopAbandonsARequest()
 {
-    LocalService server;
-    server.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
+    const RawServer server;
     std::stop_source stop;
     const APIService service(server.baseUrl());
     const auto ending = std::make_shared<std::optional<Ending>>();
@@ -72,7 +219,7 @@ void TransportTest::aStopAbandonsARequest()
         }(client.requestUploadURL(QStringLiteral("key"), QStringLiteral("f"), stop.get_token()));
     };
     settle(call(service), ending);
-    QTRY_COMPARE(server.requests().size(), std::size_t{1});
+    QTRY_COMPARE(server.requests().size(), 1);
     stop.request_stop();
     QVERIFY(!ending->has_value()); // nothing resumes inside the stop
     QTRY_VERIFY(ending->has_value());

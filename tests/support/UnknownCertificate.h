@@ -1,9 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QFile>
+#include <QList>
 #include <QSslConfiguration>
 #include <QSslKey>
-#include <QTest>
 
 namespace tessary {
 
@@ -11,7 +12,7 @@ namespace tessary {
 inline QSslConfiguration unknownCertificate()
 {
     const auto contentOf = [](const char* file) {
-        QFile pem(QFINDTESTDATA(file));
+        QFile pem(QStringLiteral(TESSARY_SOURCES "/tests/support/") + QLatin1StringView(file));
         return pem.open(QIODevice::ReadOnly) ? pem.readAll() : QByteArray();
     };
     QSslConfiguration configuration;

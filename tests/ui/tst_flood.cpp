@@ -1,6 +1,9 @@
-#include "local/LocalService.h"
-#include "local/Readings.h"
-#include "tests/ui/ScreenBench.h"
+#include "standins/LocalService.h"
+#include "testkit/ProcessUsage.h"
+#include "testkit/ProgramFixture.h"
+
+#include <QQuickWindow>
+#include <QTest>
 
 using namespace tessary;
 
@@ -38,10 +41,10 @@ void FloodTest::theWindowStaysInUse_data()
 void FloodTest::theWindowStaysInUse()
 {
     QFETCH(QString, file);
-    const local::LocalService service;
-    ScreenBench bench(service.baseUrl(), QStringLiteral(TESSARY_STAND_IN));
-    QVERIFY(bench.showUploader(local::localWorkspaces().front().key));
-    FileUploaderState& state = bench.state();
+    const standins::LocalService service;
+    testkit::ProgramFixture fixture(service.baseUrl(), QStringLiteral(TESSARY_STAND_IN));
+    QVERIFY(fixture.showUploader(standins::localWorkspaces().front().key));
+    FileUploaderState& state = fixture.state();
     state.setSelectedFile(QUrl::fromLocalFile(QLatin1StringView("/videos/") + file));
     state.setVideoName(QStringLiteral("High water"));
     bool flooded = false;
@@ -52,34 +55,35 @@ void FloodTest::theWindowStaysInUse()
     });
 
     // Cancelled in the middle, with the mouse.
-    QVERIFY(bench.click("uploadButton"));
+    QVERIFY(fixture.click("uploadButton"));
     QTRY_VERIFY(longest > 0);
-    const qint64 before = local::takeReadings().residentBytes;
-    QVERIFY(bench.click("cancelUploadButton"));
-    QCOMPARE(state.statusMessage(), QStringLiteral("Upload canceled"));
-    QTRY_VERIFY_WITH_TIMEOUT(!bench.application().uploadActivity()->underWay(), 20'000);
+    const qint64 before = testkit::takeProcessUsage().residentBytes;
+    QVERIFY(fixture.click("cancelUploadButton"));
+    QCOMPARE(state.statusMessage(), statusMessageOf(UploadState::Cancelled));
+    QTRY_VERIFY_WITH_TIMEOUT(!fixture.application().uploadActivity()->underWay(), 20'000);
     QVERIFY(!flooded);
-    QVERIFY(local::takeReadings().children.isEmpty());
+    QVERIFY(testkit::takeProcessUsage().children.isEmpty());
 
     // To its end, with the window in use meanwhile.
     int frames = 0;
-    connect(&bench.window(), &QQuickWindow::frameSwapped, this, [&frames] { ++frames; });
-    QVERIFY(bench.click("uploadButton"));
+    connect(&fixture.window(), &QQuickWindow::frameSwapped, this, [&frames] { ++frames; });
+    QVERIFY(fixture.click("uploadButton"));
     QTRY_VERIFY(longest > 0);
     for (const bool shown : {false, true}) {
-        QVERIFY(bench.click("detailsButton"));
+        QVERIFY(fixture.click("detailsButton"));
         QCOMPARE(state.showDetails(), shown);
     }
     QTRY_VERIFY_WITH_TIMEOUT(flooded, 60'000);
     QVERIFY(frames > 0);
-    QTRY_VERIFY(bench.driver().textOf(QStringLiteral("logText")).endsWith(QLatin1StringView("flooded\n\n")));
+    QTRY_VERIFY(
+        fixture.driver().textOf(QStringLiteral("logText")).endsWith(QLatin1StringView("flooded\n\n")));
     QVERIFY(longest <= TransferLog::maxLogLength);
-    const qint64 growth = local::takeReadings().peakResidentBytes - before;
+    const qint64 growth = testkit::takeProcessUsage().peakResidentBytes - before;
     QVERIFY2(!memoryIsOurs || growth < memoryBound, qPrintable(QString::number(growth)));
 
-    QVERIFY(bench.click("cancelUploadButton"));
-    QTRY_VERIFY_WITH_TIMEOUT(!bench.application().uploadActivity()->underWay(), 20'000);
-    QCOMPARE(state.statusMessage(), QStringLiteral("Upload canceled"));
+    QVERIFY(fixture.click("cancelUploadButton"));
+    QTRY_VERIFY_WITH_TIMEOUT(!fixture.application().uploadActivity()->underWay(), 20'000);
+    QCOMPARE(state.statusMessage(), statusMessageOf(UploadState::Cancelled));
 }
 
 QTEST_MAIN(FloodTest)

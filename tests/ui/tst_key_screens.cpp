@@ -1,6 +1,9 @@
-#include "ScreenBench.h"
+#include "testkit/ProgramFixture.h"
 
+#include <QQuickItem>
+#include <QQuickWindow>
 #include <QSignalSpy>
+#include <QTest>
 
 using namespace tessary;
 using namespace Qt::StringLiterals;
@@ -11,9 +14,9 @@ class KeyScreensTest : public QObject
 
 private Q_SLOTS:
 
-    void init() { m_bench = std::make_unique<ScreenBench>(); }
+    void init() { m_fixture = std::make_unique<testkit::ProgramFixture>(); }
 
-    void cleanup() { m_bench.reset(); }
+    void cleanup() { m_fixture.reset(); }
 
     void loginComesUpReadyToType();
     void emptyFieldDisablesTheButtonButNotReturn();
@@ -27,36 +30,36 @@ private Q_SLOTS:
 private:
     void showChangeKey();
 
-    void awaitForm() { QTRY_COMPARE(m_bench->focused(), u"keyField"_s); }
+    void awaitForm() { QTRY_COMPARE(m_fixture->focused(), u"keyField"_s); }
 
-    std::unique_ptr<ScreenBench> m_bench;
+    std::unique_ptr<testkit::ProgramFixture> m_fixture;
 };
 
 void KeyScreensTest::showChangeKey()
 {
-    m_bench->session().setApiKey(u"old"_s);
-    m_bench->application().appManager()->setEditingAPIKey(true);
+    m_fixture->session().setApiKey(u"old"_s);
+    m_fixture->application().appManager()->setEditingAPIKey(true);
     awaitForm();
 }
 
 void KeyScreensTest::loginComesUpReadyToType()
 {
-    QVERIFY(m_bench->item("keyField") == nullptr); // the form is still to come
+    QVERIFY(m_fixture->item("keyField") == nullptr); // the form is still to come
     awaitForm();
-    QTest::keyClick(&m_bench->window(), Qt::Key_A);
-    QCOMPARE(m_bench->driver().textOf(u"keyField"_s), u"a"_s);
-    QVERIFY(m_bench->item("cancelKeyButton") == nullptr);
-    QVERIFY(m_bench->item("errorLine") == nullptr);
+    QTest::keyClick(&m_fixture->window(), Qt::Key_A);
+    QCOMPARE(m_fixture->driver().textOf(u"keyField"_s), u"a"_s);
+    QVERIFY(m_fixture->item("cancelKeyButton") == nullptr);
+    QVERIFY(m_fixture->item("errorLine") == nullptr);
 }
 
 void KeyScreensTest::emptyFieldDisablesTheButtonButNotReturn()
 {
     awaitForm();
-    QVERIFY(!m_bench->item("submitKeyButton")->isEnabled());
-    QSignalSpy keys(&m_bench->session(), &SessionManager::apiKeyChanged);
-    QTest::keyClick(&m_bench->window(),
+    QVERIFY(!m_fixture->item("submitKeyButton")->isEnabled());
+    QSignalSpy keys(&m_fixture->session(), &SessionManager::apiKeyChanged);
+    QTest::keyClick(&m_fixture->window(),
                     Qt::Key_Tab); // nothing else takes the focus; Return is still the field's
-    QTest::keyClick(&m_bench->window(), Qt::Key_Return);
+    QTest::keyClick(&m_fixture->window(), Qt::Key_Return);
     QTRY_VERIFY(!keys.isEmpty());
 }
 
@@ -76,19 +79,19 @@ void KeyScreensTest::submitsOncePerReturn()
     QFETCH(QString, focus);
     QFETCH(int, key);
     awaitForm();
-    QVERIFY(m_bench->driver().type(u"keyField"_s, u" k "_s));
-    QQuickItem* field = m_bench->item("keyField");
+    QVERIFY(m_fixture->driver().type(u"keyField"_s, u" k "_s));
+    QQuickItem* field = m_fixture->item("keyField");
     if (focus.isEmpty()) {
         field->setFocus(false);
     } else {
-        m_bench->driver().find(focus)->forceActiveFocus(Qt::TabFocusReason);
+        m_fixture->driver().find(focus)->forceActiveFocus(Qt::TabFocusReason);
     }
-    QSignalSpy stored(&m_bench->session(), &SessionManager::storedApiKeyChanged);
-    QSignalSpy keys(&m_bench->session(), &SessionManager::apiKeyChanged);
-    QTest::keyClick(&m_bench->window(), Qt::Key(key));
+    QSignalSpy stored(&m_fixture->session(), &SessionManager::storedApiKeyChanged);
+    QSignalSpy keys(&m_fixture->session(), &SessionManager::apiKeyChanged);
+    QTest::keyClick(&m_fixture->window(), Qt::Key(key));
     QTRY_COMPARE(keys.count(), 1);
-    QCOMPARE(*m_bench->session().apiKey(), u" k "_s);
-    QTRY_VERIFY(!m_bench->session().hasApiKey()); // the one check has failed
+    QCOMPARE(*m_fixture->session().apiKey(), u" k "_s);
+    QTRY_VERIFY(!m_fixture->session().hasApiKey()); // the one check has failed
     QTest::qWait(50);
     QCOMPARE(keys.count(), 2);
     QCOMPARE(stored.count(), 3); // at once, by the task, and by the failed check
@@ -97,11 +100,11 @@ void KeyScreensTest::submitsOncePerReturn()
 void KeyScreensTest::failedCheckSaysSoOnAFreshScreen()
 {
     awaitForm();
-    QVERIFY(m_bench->driver().type(u"keyField"_s, u"wrong"_s));
-    QVERIFY(m_bench->click("submitKeyButton"));
-    QTRY_VERIFY(m_bench->item("errorLine") != nullptr);
-    QCOMPARE(m_bench->driver().textOf(u"errorLine"_s), m_bench->session().signInProblem());
-    QCOMPARE(m_bench->driver().textOf(u"keyField"_s), u""_s);
+    QVERIFY(m_fixture->driver().type(u"keyField"_s, u"wrong"_s));
+    QVERIFY(m_fixture->click("submitKeyButton"));
+    QTRY_VERIFY(m_fixture->item("errorLine") != nullptr);
+    QCOMPARE(m_fixture->driver().textOf(u"errorLine"_s), m_fixture->session().signInProblem());
+    QCOMPARE(m_fixture->driver().textOf(u"keyField"_s), u""_s);
     awaitForm();
 }
 
@@ -117,36 +120,36 @@ void KeyScreensTest::cancelIsTheWayBack()
 {
     QFETCH(int, key);
     showChangeKey();
-    QVERIFY(m_bench->driver().type(u"keyField"_s, u"new"_s));
-    QSignalSpy keys(&m_bench->session(), &SessionManager::apiKeyChanged);
+    QVERIFY(m_fixture->driver().type(u"keyField"_s, u"new"_s));
+    QSignalSpy keys(&m_fixture->session(), &SessionManager::apiKeyChanged);
     if (key == 0) {
-        QVERIFY(m_bench->click("cancelKeyButton"));
+        QVERIFY(m_fixture->click("cancelKeyButton"));
     } else {
-        QTest::keyClick(&m_bench->window(), Qt::Key_Tab);
-        QTest::keyClick(&m_bench->window(), Qt::Key_Tab);
-        QCOMPARE(m_bench->focused(), u"cancelKeyButton"_s);
-        QTest::keyClick(&m_bench->window(), Qt::Key(key));
+        QTest::keyClick(&m_fixture->window(), Qt::Key_Tab);
+        QTest::keyClick(&m_fixture->window(), Qt::Key_Tab);
+        QCOMPARE(m_fixture->focused(), u"cancelKeyButton"_s);
+        QTest::keyClick(&m_fixture->window(), Qt::Key(key));
     }
-    QTRY_VERIFY(m_bench->item("uploadButton") != nullptr);
+    QTRY_VERIFY(m_fixture->item("uploadButton") != nullptr);
     QCOMPARE(keys.count(), 0);
-    QCOMPARE(*m_bench->session().apiKey(), u"old"_s);
+    QCOMPARE(*m_fixture->session().apiKey(), u"old"_s);
 }
 
 void KeyScreensTest::changingKeepsTheScreenUntilTheCheckEnds()
 {
     showChangeKey();
-    QQuickItem* field = m_bench->item("keyField");
-    QVERIFY(m_bench->driver().type(u"keyField"_s, u"new"_s));
+    QQuickItem* field = m_fixture->item("keyField");
+    QVERIFY(m_fixture->driver().type(u"keyField"_s, u"new"_s));
     // The problem is told at the end of the check, before the key goes.
     bool kept = false;
-    connect(&m_bench->session(), &SessionManager::signInProblemChanged, this, [&] {
-        const bool ended = !m_bench->session().signInProblem().isEmpty();
-        kept = ended && m_bench->session().apiKey() == u"new"_s && m_bench->item("keyField") == field;
+    connect(&m_fixture->session(), &SessionManager::signInProblemChanged, this, [&] {
+        const bool ended = !m_fixture->session().signInProblem().isEmpty();
+        kept = ended && m_fixture->session().apiKey() == u"new"_s && m_fixture->item("keyField") == field;
     });
-    QTest::keyClick(&m_bench->window(), Qt::Key_Return);
+    QTest::keyClick(&m_fixture->window(), Qt::Key_Return);
     QTRY_VERIFY(kept);
-    QTRY_VERIFY(m_bench->item("errorLine") != nullptr); // signed out by the failed check
-    QVERIFY(!m_bench->application().appManager()->editingAPIKey());
+    QTRY_VERIFY(m_fixture->item("errorLine") != nullptr); // signed out by the failed check
+    QVERIFY(!m_fixture->application().appManager()->editingAPIKey());
 }
 
 QTEST_MAIN(KeyScreensTest)

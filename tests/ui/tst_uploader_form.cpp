@@ -1,7 +1,14 @@
 #undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
 #undef QT_NO_URL_CAST_FROM_STRING
 
-#include "ScreenBench.h"
+#include "testkit/ProgramFixture.h"
+
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QStyleHints>
+#include <QTest>
 
 using namespace tessary;
 using namespace Qt::StringLiterals;
@@ -22,11 +29,12 @@ class UploaderFormTest : public QObject
 private Q_SLOTS:
     void init();
 
-    void cleanup() { m_bench.reset(); }
+    void cleanup() { m_fixture.reset(); }
 
     void uploadButtonFollowsTheInputs_data();
     void uploadButtonFollowsTheInputs();
     void choosingAFormatClearsWhatItDoesNotUse();
+    void secondPressHitsNothingThatMovedThere();
     void immersiveFormatFixesThePerspective();
     void dropTakesTheFirstFileLaterAndSilently();
     void eyesAreIndependentAndStayDropTargets();
@@ -34,17 +42,18 @@ private Q_SLOTS:
     void formIsDisabledWhileUploading();
     void hoverShows();
     void dragAndPointerWriteOneHoverFlag();
+    void hoverFlagOutlivesThePresentation();
 
 private:
-    [[nodiscard]] FileUploaderState& state() { return m_bench->state(); }
+    [[nodiscard]] FileUploaderState& state() { return m_fixture->state(); }
 
-    std::unique_ptr<ScreenBench> m_bench;
+    std::unique_ptr<testkit::ProgramFixture> m_fixture;
 };
 
 void UploaderFormTest::init()
 {
-    m_bench = std::make_unique<ScreenBench>();
-    QVERIFY(m_bench->showUploader());
+    m_fixture = std::make_unique<testkit::ProgramFixture>();
+    QVERIFY(m_fixture->showUploader());
 }
 
 void UploaderFormTest::uploadButtonFollowsTheInputs_data()
@@ -68,64 +77,85 @@ void UploaderFormTest::uploadButtonFollowsTheInputs()
     QFETCH(QStringList, zones);
     QFETCH(QString, name);
     QFETCH(bool, ready);
-    QVERIFY(m_bench->driver().click("formatOption:" + format));
+    QVERIFY(m_fixture->driver().click("formatOption:" + format));
     for (const QString& zone : zones) {
-        QVERIFY(m_bench->driver().drop(zone, {file("/clip.mov")}));
+        QVERIFY(m_fixture->driver().drop(zone, {file("/clip.mov")}));
     }
     if (!name.isEmpty()) {
-        QVERIFY(m_bench->driver().type("nameField", name));
+        QVERIFY(m_fixture->driver().type("nameField", name));
     }
-    QTRY_COMPARE(m_bench->item("uploadButton")->isEnabled(), ready);
-    QCOMPARE(m_bench->item("uploadButton")->opacity(), ready ? 1.0 : 0.7);
-    state().setIsUploading(true);
-    QVERIFY(!m_bench->item("uploadButton")->isEnabled());
-    QCOMPARE(m_bench->item("uploadButton")->opacity(), ready ? 1.0 : 0.7);
-    QCOMPARE(m_bench->driver().textOf("uploadButton"), "Uploading...");
+    QTRY_COMPARE(m_fixture->item("uploadButton")->isEnabled(), ready);
+    QCOMPARE(m_fixture->item("uploadButton")->opacity(), ready ? 1.0 : 0.7);
+    state().enter(UploadState::Requesting);
+    QVERIFY(!m_fixture->item("uploadButton")->isEnabled());
+    QCOMPARE(m_fixture->item("uploadButton")->opacity(), ready ? 1.0 : 0.7);
+    QCOMPARE(m_fixture->driver().textOf("uploadButton"), "Uploading...");
 }
 
 void UploaderFormTest::choosingAFormatClearsWhatItDoesNotUse()
 {
     state().setSelectedFile(file("/clip.mov"));
-    QVERIFY(m_bench->click("formatOption:Separate"));
+    QVERIFY(m_fixture->click("formatOption:Separate"));
     QVERIFY(state().selectedFile().isEmpty());
-    QVERIFY(m_bench->item("filePicker") == nullptr && m_bench->item("leftEyePicker") != nullptr);
+    QTRY_VERIFY(m_fixture->item("filePicker") == nullptr && m_fixture->item("leftEyePicker") != nullptr);
     state().setSelectedFileLeft(file("/l.mov"));
     state().setSelectedFile(file("/late.mov"));
-    QVERIFY(m_bench->click("formatOption:Separate")); // pressed again, it acts again
+    QVERIFY(m_fixture->click("formatOption:Separate")); // pressed again, it acts again
     QVERIFY(state().selectedFile().isEmpty());
     QVERIFY(!state().selectedFileLeft().isEmpty());
-    QVERIFY(m_bench->click("formatOption:2D"));
+    QVERIFY(m_fixture->click("formatOption:2D"));
     QVERIFY(state().selectedFileLeft().isEmpty());
+}
+
+void UploaderFormTest::secondPressHitsNothingThatMovedThere()
+{
+    const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
+    QGuiApplication::styleHints()->setMouseDoubleClickInterval(60'000); // this machine may be slow
+    QVERIFY(m_fixture->click("formatOption:2D"));
+    state().setSelectedFileLeft(file("/late.mov"));
+    QTest::mouseClick(&m_fixture->window(), Qt::LeftButton, {}, m_fixture->centreOf("formatOption:2D"));
+    QVERIFY(state().selectedFileLeft().isEmpty()); // the same option acts again
+
+    QVERIFY(m_fixture->driver().ready("formatOption:Separate"));
+    const QPoint place = m_fixture->centreOf("formatOption:Separate");
+    QVERIFY(m_fixture->click("formatOption:Separate"));
+    QTRY_VERIFY(m_fixture->centreOf("formatOption:Separate").y() > place.y() + 50);
+    QTest::mouseClick(&m_fixture->window(), Qt::LeftButton, {}, place);
+    QCOMPARE(state().selectedFileFormat(), "Separate");
+    QVERIFY(m_fixture->click("perspectiveOption:180")); // elsewhere
+    QTest::mouseClick(&m_fixture->window(), Qt::LeftButton, {}, place);
+    QVERIFY(state().selectedFileFormat() != "Separate"); // something to hit was there
+    QGuiApplication::styleHints()->setMouseDoubleClickInterval(interval);
 }
 
 void UploaderFormTest::immersiveFormatFixesThePerspective()
 {
-    QVERIFY(m_bench->click("perspectiveOption:360"));
-    QVERIFY(m_bench->click("formatOption:Apple Immersive Video (.aivu)"));
+    QVERIFY(m_fixture->click("perspectiveOption:360"));
+    QVERIFY(m_fixture->click("formatOption:Apple Immersive Video (.aivu)"));
     QCOMPARE(state().selectedPerspective(), "180");
-    QTRY_VERIFY(m_bench->item("perspectiveOption:180") == nullptr);
-    QVERIFY(m_bench->click("formatOption:2D"));
-    QTRY_VERIFY(m_bench->item("perspectiveOption:180") != nullptr);
-    QVERIFY(m_bench->item("perspectiveOption:180")->property("selected").toBool());
+    QTRY_VERIFY(m_fixture->item("perspectiveOption:180") == nullptr);
+    QVERIFY(m_fixture->click("formatOption:2D"));
+    QTRY_VERIFY(m_fixture->item("perspectiveOption:180") != nullptr);
+    QVERIFY(m_fixture->item("perspectiveOption:180")->property("selected").toBool());
 }
 
 void UploaderFormTest::dropTakesTheFirstFileLaterAndSilently()
 {
     state().setStatusMessage("as before");
-    QVERIFY(m_bench->driver().drop("filePicker", {file("/100%\n🎥.mov"), file("/b.mov")}));
+    QVERIFY(m_fixture->driver().drop("filePicker", {file("/100%\n🎥.mov"), file("/b.mov")}));
     state().setSelectedFile({});
     QTRY_COMPARE(state().selectedFile(), file("/100%\n🎥.mov")); // late, and over what was there
     QCOMPARE(state().statusMessage(), "as before");
-    QVERIFY(!m_bench->driver().drop("filePicker", {file("/c.mov")})); // filled, it takes none
+    QVERIFY(!m_fixture->driver().drop("filePicker", {file("/c.mov")})); // filled, it takes none
     state().setSelectedFile({});
-    QVERIFY(!m_bench->driver().drop("filePicker", {QUrl("https://example.org/a.mov")}));
+    QVERIFY(!m_fixture->driver().drop("filePicker", {QUrl("https://example.org/a.mov")}));
 }
 
 void UploaderFormTest::eyesAreIndependentAndStayDropTargets()
 {
-    QVERIFY(m_bench->click("formatOption:Separate"));
+    QVERIFY(m_fixture->click("formatOption:Separate"));
     for (const char* name : {"/a.mov", "/b.mov"}) {
-        QVERIFY(m_bench->driver().drop("leftEyePicker", {file(name)}));
+        QVERIFY(m_fixture->driver().drop("leftEyePicker", {file(name)}));
         QTRY_COMPARE(state().selectedFileLeft(), file(name));
     }
     QVERIFY(state().selectedFileRight().isEmpty());
@@ -133,15 +163,15 @@ void UploaderFormTest::eyesAreIndependentAndStayDropTargets()
 
 void UploaderFormTest::dialogChoiceAndClearWriteTheStatus()
 {
-    QVERIFY(m_bench->click("filePicker"));
-    auto* dialog = m_bench->item("filePicker")->findChild<QObject*>("openFileDialog");
-    QVERIFY(dialog != nullptr);
+    QVERIFY(m_fixture->click("filePicker"));
+    QObject* dialog = nullptr;
+    QTRY_VERIFY((dialog = m_fixture->item("filePicker")->findChild<QObject*>("openFileDialog")) != nullptr);
     QTRY_VERIFY(dialog->property("visible").toBool());
     QVERIFY(QMetaObject::invokeMethod(dialog, "close"));
     QVERIFY(QMetaObject::invokeMethod(dialog, "rejected"));
     QVERIFY(QMetaObject::invokeMethod(dialog, "accepted")); // confirmed without a choice
     QVERIFY(state().selectedFile().isEmpty());
-    QCOMPARE(state().statusMessage(), "Ready to upload");
+    QCOMPARE(state().statusMessage(), statusMessageOf(UploadState::Ready));
 
     const QTemporaryDir folder;
     const QString path = folder.filePath("clip.mov");
@@ -149,69 +179,92 @@ void UploaderFormTest::dialogChoiceAndClearWriteTheStatus()
     QVERIFY(dialog->setProperty("selectedFile", QUrl::fromLocalFile(path)));
     QVERIFY(QMetaObject::invokeMethod(dialog, "accepted"));
     QCOMPARE(state().statusMessage(), "Selected: clip.mov");
-    QVERIFY(m_bench->click("clearButton"));
+    QVERIFY(m_fixture->click("clearButton"));
     QVERIFY(state().selectedFile().isEmpty());
-    QCOMPARE(state().statusMessage(), "Ready to upload");
+    QCOMPARE(state().statusMessage(), statusMessageOf(UploadState::Ready));
 }
 
 void UploaderFormTest::formIsDisabledWhileUploading()
 {
-    QVERIFY(m_bench->click("formatOption:Separate"));
-    QVERIFY(m_bench->driver().drop("leftEyePicker", {file("/l.mov")}));
-    QTRY_VERIFY(m_bench->item("clearButton") != nullptr);
-    state().setIsUploading(true);
+    QVERIFY(m_fixture->click("formatOption:Separate"));
+    QVERIFY(m_fixture->driver().drop("leftEyePicker", {file("/l.mov")}));
+    QTRY_VERIFY(m_fixture->item("clearButton") != nullptr);
+    state().enter(UploadState::Requesting);
     for (const char* name : {"formatOption:2D", "perspectiveOption:360", "clearButton", "nameField"}) {
-        QTest::mouseClick(&m_bench->window(), Qt::LeftButton, {}, m_bench->centreOf(name));
+        QTest::mouseClick(&m_fixture->window(), Qt::LeftButton, {}, m_fixture->centreOf(name));
     }
-    m_bench->press(Qt::Key_X);
+    m_fixture->press(Qt::Key_X);
     QCOMPARE(state().selectedFileFormat(), "Separate");
     QCOMPARE(state().selectedPerspective(), "60");
     QCOMPARE(state().selectedFileLeft(), file("/l.mov"));
     QCOMPARE(state().videoName(), "");
     QMimeData data;
     data.setUrls({file("/other.mov")});
-    const QPoint zone = m_bench->centreOf("leftEyePicker");
+    const QPoint zone = m_fixture->centreOf("leftEyePicker");
     QDragEnterEvent enter(zone, Qt::CopyAction, &data, Qt::LeftButton, {});
     QDropEvent drop(zone, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&m_bench->window(), &enter);
+    QCoreApplication::sendEvent(&m_fixture->window(), &enter);
     QVERIFY(!enter.isAccepted());
-    QCoreApplication::sendEvent(&m_bench->window(), &drop);
+    QCoreApplication::sendEvent(&m_fixture->window(), &drop);
     QTest::qWait(20);
     QCOMPARE(state().selectedFileLeft(), file("/l.mov"));
-    QVERIFY(m_bench->click("cancelUploadButton")); // it lies outside the form
+    QVERIFY(m_fixture->click("cancelUploadButton")); // it lies outside the form
     QVERIFY(!state().isUploading());
-    QVERIFY(m_bench->item("cancelUploadButton") == nullptr && m_bench->item("progressBar") == nullptr);
+    QVERIFY(m_fixture->item("cancelUploadButton") == nullptr && m_fixture->item("progressBar") == nullptr);
 }
 
 void UploaderFormTest::hoverShows()
 {
-    QTest::mouseMove(&m_bench->window(), m_bench->centreOf("formatOption:2D"));
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("formatOption:2D"));
     QTRY_VERIFY(state().hoverStates().value("2D").toBool());
-    QTest::mouseMove(&m_bench->window(), m_bench->centreOf("workspaceBlock"));
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("workspaceBlock"));
     QTRY_VERIFY(state().isHeaderHovered());
     QVERIFY(!state().hoverStates().value("2D").toBool());
-    QTRY_COMPARE(m_bench->item("workspaceBlock")->scale(), 1.02);
-    QTest::mouseMove(&m_bench->window(), m_bench->centreOf("logText"));
+    QTRY_COMPARE(m_fixture->item("workspaceBlock")->scale(), 1.02);
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("logText"));
     QTRY_VERIFY(!state().isHeaderHovered());
 }
 
 void UploaderFormTest::dragAndPointerWriteOneHoverFlag()
 {
-    const auto hovered = [this] { return m_bench->item("filePicker")->property("isHovered").toBool(); };
-    QTest::mouseMove(&m_bench->window(), m_bench->centreOf("filePicker"));
+    const auto hovered = [this] { return m_fixture->item("filePicker")->property("isHovered").toBool(); };
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("filePicker"));
     QTRY_VERIFY(hovered());
-    QTest::mouseMove(&m_bench->window(), m_bench->centreOf("logText"));
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("logText"));
     QTRY_VERIFY(!hovered());
     QMimeData data;
     data.setUrls({file("/a.mov")});
-    QDragEnterEvent enter(m_bench->centreOf("filePicker"), Qt::CopyAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&m_bench->window(), &enter);
+    QDragEnterEvent enter(m_fixture->centreOf("filePicker"), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&m_fixture->window(), &enter);
     QVERIFY(hovered());
     QDragLeaveEvent leave;
-    QCoreApplication::sendEvent(&m_bench->window(), &leave);
+    QCoreApplication::sendEvent(&m_fixture->window(), &leave);
     QVERIFY(!hovered());
-    QVERIFY(m_bench->driver().drop("filePicker", {file("/a.mov")}));
-    QTest::mouseMove(&m_bench->window(), m_bench->centreOf("logText"));
+    QVERIFY(m_fixture->driver().drop("filePicker", {file("/a.mov")}));
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("logText"));
+    QTRY_VERIFY(!hovered());
+}
+
+/// It is kept when a file is chosen and when it is cleared, and right again as soon as the pointer is heard
+/// of.
+void UploaderFormTest::hoverFlagOutlivesThePresentation()
+{
+    const auto hovered = [this] { return m_fixture->item("filePicker")->property("isHovered").toBool(); };
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("filePicker"));
+    QTRY_VERIFY(hovered());
+    state().setSelectedFile(file("/a.mov"));
+    QVERIFY(hovered());
+    QTRY_VERIFY(m_fixture->item("clearButton") != nullptr);
+    QVERIFY(hovered());
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("logText"));
+    state().setSelectedFile({});
+    QTRY_VERIFY(!hovered());
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("filePicker"));
+    QTRY_VERIFY(hovered());
+    state().setSelectedFile(file("/a.mov"));
+    QVERIFY(m_fixture->click("clearButton")); // which lies beyond the empty zone
+    QVERIFY(m_fixture->centreOf("filePicker").x() < m_fixture->item("nameField")->width() / 2);
+    QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("logText"));
     QTRY_VERIFY(!hovered());
 }
 

@@ -1,11 +1,12 @@
 #undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
 #undef QT_NO_URL_CAST_FROM_STRING
 
-#include "ScreenBench.h"
+#include "testkit/ProgramFixture.h"
 
-#include <QGuiApplication>
-#include <QPalette>
+#include <QQuickItem>
+#include <QQuickWindow>
 #include <QSignalSpy>
+#include <QTest>
 
 #include <limits>
 
@@ -28,28 +29,31 @@ class UploaderWindowTest : public QObject
 private Q_SLOTS:
     void init();
 
-    void cleanup() { m_bench.reset(); }
+    void cleanup() { m_fixture.reset(); }
 
     void tabReachesEverythingInReadingOrder();
+    void keysMoveInAGroupAndChoose();
     void progressTakesAnyNumber_data();
     void progressTakesAnyNumber();
     void logFollowsItsEndAndOtherwiseStays();
+    void hiddenLogComesBackWhereItWas();
+    void whatIsCutOffShowsUnderThePointer();
+    void buttonsAreLargeEnough();
     void detailsHideAndShow();
     void overlayShowsAndGoes();
     void headerNamesTheWorkspaceAndLeadsToTheKey();
     void quittingAsksWhileSomethingIsUnderWay();
-    void colorsFollowTheDesktop();
 
 private:
-    [[nodiscard]] FileUploaderState& state() { return m_bench->state(); }
+    [[nodiscard]] FileUploaderState& state() { return m_fixture->state(); }
 
-    std::unique_ptr<ScreenBench> m_bench;
+    std::unique_ptr<testkit::ProgramFixture> m_fixture;
 };
 
 void UploaderWindowTest::init()
 {
-    m_bench = std::make_unique<ScreenBench>();
-    QVERIFY(m_bench->showUploader());
+    m_fixture = std::make_unique<testkit::ProgramFixture>();
+    QVERIFY(m_fixture->showUploader());
 }
 
 void UploaderWindowTest::tabReachesEverythingInReadingOrder()
@@ -60,30 +64,51 @@ void UploaderWindowTest::tabReachesEverythingInReadingOrder()
                                "detailsButton",
                                "clearButton",
                                "nameField",
-                               "formatOption:2D",
                                "formatOption:Stereoscopic Left/Right",
-                               "formatOption:Stereoscopic Top/Bottom",
-                               "formatOption:Spatial (MV-HEVC)",
-                               "formatOption:Apple Immersive Video (.aivu)",
-                               "formatOption:Separate",
                                "perspectiveOption:60",
-                               "perspectiveOption:180",
-                               "perspectiveOption:360",
                                "uploadButton",
                                "logText"};
-    m_bench->item("workspaceBlock")->forceActiveFocus(Qt::TabFocusReason);
+    m_fixture->item("workspaceBlock")->forceActiveFocus(Qt::TabFocusReason);
     QStringList reached;
     for (qsizetype count = 0; count < expected.size(); ++count) {
-        reached.append(m_bench->focused());
-        m_bench->press(Qt::Key_Tab);
+        reached.append(m_fixture->focused());
+        m_fixture->press(Qt::Key_Tab);
     }
     QCOMPARE(reached, expected);
-    QCOMPARE(m_bench->focused(), "workspaceBlock"); // and round again
-    m_bench->item("formatOption:2D")->forceActiveFocus(Qt::TabFocusReason);
-    m_bench->press(Qt::Key_Space);
+    QCOMPARE(m_fixture->focused(), "workspaceBlock"); // and round again
+}
+
+void UploaderWindowTest::keysMoveInAGroupAndChoose()
+{
+    const QString before = state().selectedFileFormat();
+    m_fixture->item("nameField")->forceActiveFocus(Qt::TabFocusReason);
+    m_fixture->press(Qt::Key_Tab);
+    const auto reach = [this](int key, const QString& option) {
+        m_fixture->press(key);
+        QCOMPARE(m_fixture->focused(), "formatOption:" + option);
+    };
+    reach(Qt::Key_Up, "2D");
+    reach(Qt::Key_Up, "2D"); // the first
+    reach(Qt::Key_End, "Separate");
+    reach(Qt::Key_Right, "Separate"); // the last
+    reach(Qt::Key_Left, "Apple Immersive Video (.aivu)");
+    reach(Qt::Key_Home, "2D");
+    reach(Qt::Key_Down, before);
+    reach(Qt::Key_Up, "2D");
+    QCOMPARE(state().selectedFileFormat(), before); // moving chooses nothing
+    m_fixture->press(Qt::Key_Tab);
+    QCOMPARE(m_fixture->focused(), "perspectiveOption:60"); // out of the group
+    m_fixture->press(Qt::Key_Backtab);
+    QCOMPARE(m_fixture->focused(), "formatOption:" + before); // in again, at the selected one
+    m_fixture->press(Qt::Key_Backtab);
+    QCOMPARE(m_fixture->focused(), "nameField");
+    m_fixture->press(Qt::Key_Tab);
+    m_fixture->press(Qt::Key_Up);
+    m_fixture->press(Qt::Key_Space);
     QCOMPARE(state().selectedFileFormat(), "2D");
-    m_bench->item("perspectiveOption:360")->forceActiveFocus(Qt::TabFocusReason);
-    m_bench->press(Qt::Key_Return);
+    m_fixture->press(Qt::Key_Tab);
+    m_fixture->press(Qt::Key_End);
+    m_fixture->press(Qt::Key_Return);
     QCOMPARE(state().selectedPerspective(), "360");
 }
 
@@ -103,15 +128,15 @@ void UploaderWindowTest::progressTakesAnyNumber()
 {
     QFETCH(double, progress);
     QFETCH(double, width);
-    state().setIsUploading(true);
-    m_bench->item("progressBar")->setProperty("progress", progress);
-    QTRY_COMPARE(m_bench->item("progressFill")->width(), width);
-    QVERIFY(!m_bench->window().grabWindow().isNull());
+    state().enter(UploadState::Requesting);
+    m_fixture->item("progressBar")->setProperty("progress", progress);
+    QTRY_COMPARE(m_fixture->item("progressFill")->width(), width);
+    QVERIFY(!m_fixture->window().grabWindow().isNull());
 }
 
 void UploaderWindowTest::logFollowsItsEndAndOtherwiseStays()
 {
-    QQuickItem* log = m_bench->item("logText");
+    QQuickItem* log = m_fixture->item("logText");
     QQuickItem* area = log->parentItem()->parentItem()->parentItem();
     const auto place = [area] { return area->property("contentY").toDouble(); };
     const auto end = [area] { return area->property("lastY").toDouble(); };
@@ -121,7 +146,7 @@ void UploaderWindowTest::logFollowsItsEndAndOtherwiseStays()
     QCOMPARE(place(), end());
     QMetaObject::invokeMethod(log, "select", Q_ARG(int, 0), Q_ARG(int, 4));
     area->setProperty("contentY", 10);
-    QSignalSpy frames(&m_bench->window(), &QQuickWindow::afterAnimating);
+    QSignalSpy frames(&m_fixture->window(), &QQuickWindow::afterAnimating);
     for (int count = 0; count < 100; ++count) {
         state().refreshLogs(); // announced, but the same
     }
@@ -138,68 +163,114 @@ void UploaderWindowTest::logFollowsItsEndAndOtherwiseStays()
     QCOMPARE(log->property("selectedText").toString(), "line");
 }
 
+void UploaderWindowTest::hiddenLogComesBackWhereItWas()
+{
+    QQuickItem* log = m_fixture->item("logText");
+    QQuickItem* area = log->parentItem()->parentItem()->parentItem();
+    state().processOutput(u"line\n"_s.repeated(200));
+    QTRY_VERIFY(area->property("contentY").toDouble() > 100);
+    area->setProperty("contentY", 10);
+    state().setShowDetails(false);
+    QTRY_VERIFY(m_fixture->item("logText") == nullptr);
+    state().processOutput(u"unseen\n"_s.repeated(20));
+    state().setShowDetails(true);
+    QTRY_COMPARE(log->property("text").toString(), state().logs());
+    QTRY_COMPARE(log->parentItem()->parentItem()->parentItem()->opacity(), 1.0);
+    QCOMPARE(area->property("contentY").toDouble(), 10.0);
+    state().processOutput(u"seen\n"_s);
+    QTRY_COMPARE(area->property("contentY"), area->property("lastY"));
+}
+
+void UploaderWindowTest::whatIsCutOffShowsUnderThePointer()
+{
+    const QString message = u"Error: "_s + u"long "_s.repeated(60);
+    state().setStatusMessage(message);
+    QTRY_VERIFY(m_fixture->item("statusLine")->property("truncated").toBool());
+    const QPoint pointer = m_fixture->centreOf("statusLine");
+    QTest::mouseMove(&m_fixture->window(), pointer);
+    QTRY_VERIFY(m_fixture->item("tip") != nullptr);
+    const QQuickItem& tip = *m_fixture->item("tip");
+    QCOMPARE(tip.property("text").toString(), message);
+    const QRectF place = tip.mapRectToScene(QRectF(QPointF(), tip.size()));
+    QVERIFY(m_fixture->window().contentItem()->boundingRect().contains(place));
+    QTest::mouseMove(&m_fixture->window(), {450, 4});
+    QTRY_VERIFY(m_fixture->item("tip") == nullptr);
+    state().setStatusMessage("short");
+    QTest::mouseMove(&m_fixture->window(), pointer);
+    QTRY_VERIFY(!m_fixture->item("statusLine")->property("truncated").toBool());
+    QVERIFY(m_fixture->item("tip") == nullptr);
+}
+
+void UploaderWindowTest::buttonsAreLargeEnough()
+{
+    state().setSelectedFile(file("/a.mov"));
+    state().enter(UploadState::Requesting);
+    for (const char* name : {"workspaceBlock", "detailsButton", "clearButton", "formatOption:2D",
+                             "perspectiveOption:60", "uploadButton", "cancelUploadButton"}) {
+        QTRY_VERIFY(m_fixture->item(name) != nullptr);
+        const QSizeF size = m_fixture->item(name)->size();
+        QVERIFY2(size.width() >= 24 && size.height() >= 24, name);
+    }
+}
+
 void UploaderWindowTest::detailsHideAndShow()
 {
-    QVERIFY(m_bench->click("detailsButton"));
-    QTRY_VERIFY(m_bench->item("nameField") == nullptr && m_bench->item("logText") == nullptr);
-    QVERIFY(m_bench->item("filePicker") != nullptr && m_bench->item("uploadButton") != nullptr);
-    QCOMPARE(m_bench->driver().textOf("detailsButton"), "Show details");
-    QVERIFY(m_bench->click("detailsButton"));
-    QTRY_VERIFY(m_bench->item("nameField") != nullptr && m_bench->item("logText") != nullptr);
+    QVERIFY(m_fixture->click("detailsButton"));
+    QTRY_VERIFY(m_fixture->item("nameField") == nullptr && m_fixture->item("logText") == nullptr);
+    QVERIFY(m_fixture->item("filePicker") != nullptr && m_fixture->item("uploadButton") != nullptr);
+    QCOMPARE(m_fixture->driver().textOf("detailsButton"), "Show details");
+    QVERIFY(m_fixture->click("detailsButton"));
+    QTRY_VERIFY(m_fixture->item("nameField") != nullptr && m_fixture->item("logText") != nullptr);
 }
 
 void UploaderWindowTest::overlayShowsAndGoes()
 {
-    QVERIFY(m_bench->item("successOverlay") == nullptr);
+    QVERIFY(m_fixture->item("successOverlay") == nullptr);
     state().setShowSuccessAnimation(true);
-    QTRY_COMPARE(m_bench->item("successOverlay")->property("amount").toDouble(), 1.0);
+    QTRY_COMPARE(m_fixture->item("successOverlay")->property("amount").toDouble(), 1.0);
     QVERIFY(state().showSuccessAnimation());
+    const auto click = [this] {
+        QTest::mouseClick(&m_fixture->window(), Qt::LeftButton, {}, m_fixture->centreOf("formatOption:2D"));
+    };
     QTRY_VERIFY(!state().showSuccessAnimation()); // it asked for its end itself
-    QTRY_VERIFY(m_bench->item("successOverlay") == nullptr);
+    click();                                      // aimed at the overlay
+    QCOMPARE(state().selectedFileFormat(), "Stereoscopic Left/Right");
+    QTRY_VERIFY(m_fixture->item("successOverlay") == nullptr);
+    click();
+    QCOMPARE(state().selectedFileFormat(), "2D");
 }
 
 void UploaderWindowTest::headerNamesTheWorkspaceAndLeadsToTheKey()
 {
-    QCOMPARE(m_bench->driver().textOf("workspaceBlock"), "Loading...");
+    QCOMPARE(m_fixture->driver().textOf("workspaceBlock"), "Loading...");
     Workspace workspace;
     workspace.workspaceName = "<b>Lab</b>";
-    m_bench->session().setWorkspaceData(workspace);
-    QCOMPARE(m_bench->driver().textOf("workspaceBlock"), "<b>Lab</b>");
+    m_fixture->session().setWorkspaceData(workspace);
+    QCOMPARE(m_fixture->driver().textOf("workspaceBlock"), "<b>Lab</b>");
     state().setVideoName("gone with the screen");
-    QVERIFY(m_bench->click("workspaceBlock"));
-    QTRY_VERIFY(m_bench->item("cancelKeyButton") != nullptr);
-    QVERIFY(m_bench->click("cancelKeyButton"));
-    QTRY_VERIFY(m_bench->item("nameField") != nullptr);
+    QVERIFY(m_fixture->click("workspaceBlock"));
+    QTRY_VERIFY(m_fixture->item("cancelKeyButton") != nullptr);
+    QVERIFY(m_fixture->click("cancelKeyButton"));
+    QTRY_VERIFY(m_fixture->item("nameField") != nullptr);
     QCOMPARE(state().videoName(), "");
 }
 
 void UploaderWindowTest::quittingAsksWhileSomethingIsUnderWay()
 {
-    auto underWay = m_bench->application().uploadActivity()->begin({});
-    m_bench->press(Qt::Key_Q, Qt::ControlModifier);
-    QTRY_VERIFY(m_bench->item("quitQuestion") != nullptr);
-    m_bench->press(Qt::Key_Escape);
-    QTRY_VERIFY(m_bench->item("quitQuestion") == nullptr);
-    QVERIFY(!m_bench->window().close());
-    QTRY_COMPARE(m_bench->focused(), "declineButton");
-    m_bench->press(Qt::Key_Return);
-    QTRY_VERIFY(m_bench->item("quitQuestion") == nullptr);
-    QCOMPARE(m_bench->program().windowCount(), 1);
-    m_bench->press(Qt::Key_N, Qt::ControlModifier);
-    QTRY_COMPARE(m_bench->program().windowCount(), 2);
-    m_bench->press(Qt::Key_W, Qt::ControlModifier); // the other window still holds the program
-    QTRY_COMPARE(m_bench->program().windowCount(), 1);
-}
-
-void UploaderWindowTest::colorsFollowTheDesktop()
-{
-    const QPalette before = QGuiApplication::palette();
-    const auto header = [this] { return m_bench->window().grabWindow().pixelColor(450, 4); };
-    QGuiApplication::setPalette(QPalette(Qt::white));
-    QTRY_COMPARE(header(), QColor(Qt::white));
-    QGuiApplication::setPalette(QPalette(Qt::black));
-    QTRY_COMPARE(header(), QColor(0x1e, 0x1e, 0x1e));
-    QGuiApplication::setPalette(before);
+    auto underWay = m_fixture->application().uploadActivity()->beginRegistration();
+    m_fixture->press(Qt::Key_Q, Qt::ControlModifier);
+    QTRY_VERIFY(m_fixture->item("quitQuestion") != nullptr);
+    m_fixture->press(Qt::Key_Escape);
+    QTRY_VERIFY(m_fixture->item("quitQuestion") == nullptr);
+    QVERIFY(!m_fixture->window().close());
+    QTRY_COMPARE(m_fixture->focused(), "declineButton");
+    m_fixture->press(Qt::Key_Return);
+    QTRY_VERIFY(m_fixture->item("quitQuestion") == nullptr);
+    QCOMPARE(m_fixture->program().windowCount(), 1);
+    m_fixture->press(Qt::Key_N, Qt::ControlModifier);
+    QTRY_COMPARE(m_fixture->program().windowCount(), 2);
+    m_fixture->press(Qt::Key_W, Qt::ControlModifier); // the other window still holds the program
+    QTRY_COMPARE(m_fixture->program().windowCount(), 1);
 }
 
 QTEST_MAIN(UploaderWindowTest)

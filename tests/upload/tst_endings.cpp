@@ -1,6 +1,10 @@
 #include "service/Diagnostics.h"
-#include "tests/support/Bench.h"
+#include "service/HttpCall.h"
+#include "testkit/ProcessUsage.h"
+#include "testkit/TimerWatch.h"
+#include "tests/support/UploadFixture.h"
 
+#include <QNetworkAccessManager>
 #include <QProcess>
 #include <QSignalSpy>
 
@@ -8,15 +12,19 @@
 #include <sys/prctl.h>
 #include <sys/wait.h>
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
 using namespace tessary;
-using local::Fault;
-using local::LocalService;
+using standins::Fault;
+using standins::LocalService;
 
 namespace {
 
 const QString separate = QStringLiteral("Separate");
-const QString completed = QStringLiteral("Upload completed successfully!");
-const QString canceled = QStringLiteral("Upload canceled");
+const QString completed = statusMessageOf(UploadState::Completed);
+const QString canceled = statusMessageOf(UploadState::Cancelled);
 
 /// Given to this test program, which is then a program that uploads and does not end.
 const QString uploadAPair = QStringLiteral("--upload-a-pair");
@@ -31,41 +39,56 @@ class EndingsTest : public QObject
 private Q_SLOTS:
     void cancelling();
     void cancellingARequest();
+    void cancellingWhenTheUrlHasCome();
     void aSupersededUploadIsMute_data();
     void aSupersededUploadIsMute();
     void anUploadOutlivesItsScreen();
     void endingEverything();
+    void aProgramMayEndAtAnyMoment_data();
+    void aProgramMayEndAtAnyMoment();
     void aKilledProgramTakesItsToolsAlong();
 };
 
 void EndingsTest::cancelling()
 {
-    Bench bench(patientTool);
-    bench.startUpload(separate);
-    QVERIFY(bench.logHas("copying left.mov") && bench.logHas("copying right.mov"));
-    const QString before = bench.screen->logs();
-    bench.screen->cancelUpload();
-    QVERIFY(!bench.screen->isUploading());
-    QCOMPARE(bench.screen->statusMessage(), canceled);
-    QCOMPARE(bench.screen->logs(), before);
-    QVERIFY(bench.isIdle());
-    QCOMPARE(bench.screen->statusMessage(), canceled);
-    QVERIFY(bench.logHas("stopped left.mov") && bench.logHas("stopped right.mov"));
-    QVERIFY(bench.screen->logs().endsWith(QLatin1StringView("Upload canceled by user\n")));
-    QCOMPARE(bench.registrations(), std::size_t{0});
+    UploadFixture fixture(patientTool);
+    fixture.startUpload(separate);
+    QVERIFY(fixture.logHas("copying left.mov") && fixture.logHas("copying right.mov"));
+    const QString before = fixture.screen->logs();
+    fixture.screen->cancelUpload();
+    QCOMPARE(fixture.announced.mid(3), (QStringList{idle, canceled}));
+    QCOMPARE(fixture.screen->logs(), before);
+    QVERIFY(fixture.isIdle());
+    QCOMPARE(fixture.announced.mid(3), (QStringList{idle, canceled, idle, canceled}));
+    QVERIFY(fixture.logHas("stopped left.mov") && fixture.logHas("stopped right.mov"));
+    QVERIFY(fixture.screen->logs().endsWith(QLatin1StringView("Upload canceled by user\n")));
+    QCOMPARE(fixture.registrations(), std::size_t{0});
 }
 
 void EndingsTest::cancellingARequest()
 {
-    Bench bench(patientTool);
-    bench.service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
-    bench.startUpload();
-    QTRY_COMPARE(bench.service.requests().size(), std::size_t{1});
-    bench.screen->cancelUpload();
-    QCOMPARE(bench.screen->statusMessage(), canceled);
-    QVERIFY(bench.isIdle());
-    QCOMPARE(bench.screen->statusMessage(),
+    UploadFixture fixture(patientTool);
+    fixture.service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
+    fixture.startUpload();
+    QTRY_COMPARE(fixture.service.requests().size(), std::size_t{1});
+    fixture.screen->cancelUpload();
+    QCOMPARE(fixture.screen->statusMessage(), canceled);
+    QVERIFY(fixture.isIdle());
+    QCOMPARE(fixture.screen->statusMessage(),
              QStringLiteral("Error: The request was abandoned because the upload was canceled."));
+}
+
+void EndingsTest::cancellingWhenTheUrlHasCome()
+{
+    UploadFixture fixture(patientTool);
+    // After the answer, and before the upload goes on with it.
+    connect(
+        &sharedHttpSession(), &QNetworkAccessManager::finished, fixture.screen.get(),
+        [screen = fixture.screen.get()] { screen->cancelUpload(); }, Qt::QueuedConnection);
+    fixture.startUpload();
+    QVERIFY(fixture.isIdle());
+    QCOMPARE(fixture.screen->statusMessage(), canceled);
+    QCOMPARE(fixture.screen->logs(), QStringLiteral("Upload canceled by user\n"));
 }
 
 void EndingsTest::aSupersededUploadIsMute_data()
@@ -78,53 +101,117 @@ void EndingsTest::aSupersededUploadIsMute_data()
 void EndingsTest::aSupersededUploadIsMute()
 {
     QFETCH(QByteArray, onTerm);
-    Bench bench("if [ ! -e $home/second ]; then trap '" + onTerm +
-                "' TERM; echo first; while :; do sleep 0.02; done; fi" + patientTool);
-    bench.startUpload();
-    QVERIFY(bench.logHas("first"));
-    bench.tool.make("second");
-    bench.screen->cancelUpload();
-    bench.screen->setSelectedFile(QUrl::fromLocalFile(QStringLiteral("/videos/second.mov")));
-    bench.screen->startUpload();
-    bench.statuses.clear();
-    QVERIFY(bench.logHas("copying second.mov"));
-    QTest::qWait(500); // the first one has wound down
-    QVERIFY(bench.screen->isUploading());
-    QCOMPARE(bench.screen->logs(), QStringLiteral("Received Upload Sessions\n\ncopying second.mov\n\n"));
-    bench.tool.make("go");
-    QVERIFY(bench.isIdle());
-    QCOMPARE(bench.statuses, (QStringList{QStringLiteral("Uploading..."), completed}));
-    QCOMPARE(bench.registrations(), std::size_t{1});
+    UploadFixture fixture("if [ ! -e $home/second ]; then trap '" + onTerm +
+                          "' TERM; echo first; while :; do sleep 0.02; done; fi" + patientTool);
+    fixture.startUpload();
+    QVERIFY(fixture.logHas("first"));
+    fixture.tool.make("second");
+    fixture.screen->cancelUpload();
+    fixture.screen->setSelectedFile(QUrl::fromLocalFile(QStringLiteral("/videos/second.mov")));
+    fixture.screen->startUpload();
+    fixture.announced.clear();
+    QSignalSpy ends(fixture.app.uploadActivity(), &UploadActivity::underWayChanged);
+    QVERIFY(fixture.logHas("copying second.mov"));
+    QTRY_COMPARE(ends.count(), 1); // the first one has wound down
+    QVERIFY(fixture.screen->isUploading());
+    QCOMPARE(fixture.screen->logs(), QStringLiteral("Received Upload Sessions\n\ncopying second.mov\n\n"));
+    fixture.tool.make("go");
+    QVERIFY(fixture.isIdle());
+    QCOMPARE(fixture.announced, (QStringList{statusMessageOf(UploadState::Uploading), idle, completed}));
+    QCOMPARE(fixture.registrations(), std::size_t{1});
 }
 
 void EndingsTest::anUploadOutlivesItsScreen()
 {
-    Bench bench(patientTool);
-    bench.startUpload();
-    const std::weak_ptr<FileUploaderState> state = bench.screen;
-    QVERIFY(bench.logHas("copying clip.mov"));
-    bench.screen.reset();
+    UploadFixture fixture(patientTool);
+    fixture.startUpload();
+    const std::weak_ptr<FileUploaderState> state = fixture.screen;
+    QVERIFY(fixture.logHas("copying clip.mov"));
+    fixture.screen.reset();
     QVERIFY(!state.expired());
-    bench.tool.make("go");
-    QVERIFY(bench.isIdle());
-    QCOMPARE(bench.registrations(), std::size_t{1});
+    fixture.tool.make("go");
+    QVERIFY(fixture.isIdle());
+    QCOMPARE(fixture.registrations(), std::size_t{1});
     QTRY_VERIFY(state.expired());
 }
 
 void EndingsTest::endingEverything()
 {
-    Bench bench("trap '' TERM" + patientTool.split('\n').mid(2).join('\n'));
-    bench.startUpload();
-    QTRY_VERIFY(bench.tool.has("runs"));
-    QSignalSpy ended(bench.app.uploadActivity(), &UploadActivity::ended);
-    QSignalSpy killing(bench.app.uploadActivity(), &UploadActivity::killTools);
-    bench.app.uploadActivity()->endAll();
+    UploadFixture fixture("trap '' TERM" + patientTool.split('\n').mid(2).join('\n'));
+    fixture.startUpload();
+    QTRY_VERIFY(fixture.tool.has("runs"));
+    QSignalSpy ended(fixture.app.uploadActivity(), &UploadActivity::ended);
+    QSignalSpy killing(fixture.app.uploadActivity(), &UploadActivity::killTools);
+    const testkit::TimerWatch timers;
+    fixture.app.uploadActivity()->endAll();
     QCOMPARE(ended.count(), 0);
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 20'000);
     QCOMPARE(killing.count(), 1); // the tool would not listen
-    QVERIFY(bench.isIdle());
-    bench.app.uploadActivity()->endAll();
+    QVERIFY(timers.saw(std::chrono::seconds(5), Qt::CoarseTimer));
+    QVERIFY(fixture.isIdle());
+    fixture.app.uploadActivity()->endAll();
     QCOMPARE(ended.count(), 2); // at once when nothing runs
+}
+
+void EndingsTest::aProgramMayEndAtAnyMoment_data()
+{
+    QTest::addColumn<QString>("moment"); // when this is said or asked for
+    QTest::addColumn<bool>("answered");  // else the service keeps every request waiting
+    const auto path = [](const char* text) { return QString::fromLatin1(text); };
+    QTest::newRow("the start is queued") << statusMessageOf(UploadState::Requesting) << true;
+    QTest::newRow("the sign-in is checked") << path(LocalService::startupPath) << false;
+    QTest::newRow("a URL is asked for") << path(LocalService::uploadUrlPath) << false;
+    QTest::newRow("a URL comes") << path(LocalService::uploadUrlPath) << true;
+    QTest::newRow("the tools are started") << statusMessageOf(UploadState::Uploading) << true;
+    QTest::newRow("the tools run") << QStringLiteral("copying right.mov") << true;
+    QTest::newRow("the registration is queued") << completed << true;
+    QTest::newRow("the registration is sent") << path(LocalService::registrationPath) << true;
+}
+
+void EndingsTest::aProgramMayEndAtAnyMoment()
+{
+    QFETCH(QString, moment);
+    QFETCH(bool, answered);
+    const QString key = standins::localWorkspaces().at(0).key;
+    const QTemporaryDir settings;
+    StoredApiKey(settings.path()).write(key);
+    LocalService service;
+    if (!answered) {
+        service.addFault(LocalService::startupPath, Fault::neverAnswered());
+        service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
+        service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
+    }
+    const testkit::ScriptedTool tool(moment == completed ||
+                                             moment == QLatin1StringView(LocalService::registrationPath)
+                                         ? QByteArray("exit 0")
+                                         : patientTool);
+    auto app = std::make_unique<tessary_macos_uploaderApp>(
+        Configuration{service.baseUrl(), settings.path(), tool.folder()});
+    std::shared_ptr<FileUploaderState> screen = app->uploaderStates()->make();
+    const std::weak_ptr<FileUploaderState> state = screen;
+    const auto endAt = [&app, &screen, &moment](const QString& said) {
+        if (app && said.contains(moment)) {
+            const auto end = [&app, &screen] {
+                screen.reset();
+                app.reset();
+            };
+            QMetaObject::invokeMethod(qApp, end, Qt::QueuedConnection);
+        }
+    };
+    connect(&service, &LocalService::requestReceived, &service, endAt);
+    connect(screen.get(), &FileUploaderState::statusMessageChanged, &service,
+            [endAt, shown = screen.get()] { endAt(shown->statusMessage()); });
+    connect(screen.get(), &FileUploaderState::logsChanged, &service,
+            [endAt, shown = screen.get()] { endAt(shown->logs()); });
+    UploadFixture::choose(*screen, separate);
+    screen->startUpload();
+    QTRY_VERIFY_WITH_TIMEOUT(!app, 20'000);
+    QVERIFY(state.expired()); // and with it what held it
+    QCOMPARE(testkit::takeProcessUsage().children, QList<qint64>());
+    QCOMPARE(StoredApiKey(settings.path()).read(), key);
+#ifdef __SANITIZE_ADDRESS__
+    QCOMPARE(__lsan_do_recoverable_leak_check(), 0);
+#endif
 }
 
 void EndingsTest::aKilledProgramTakesItsToolsAlong()
@@ -155,9 +242,9 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     if (QCoreApplication::arguments().contains(uploadAPair)) {
-        const Bench bench("echo \"copying $(basename \"$2\")\"; exec sleep 20");
-        bench.startUpload(separate);
-        if (bench.logHas("copying left.mov") && bench.logHas("copying right.mov")) {
+        const UploadFixture fixture("echo \"copying $(basename \"$2\")\"; exec sleep 20");
+        fixture.startUpload(separate);
+        if (fixture.logHas("copying left.mov") && fixture.logHas("copying right.mov")) {
             printLine(u"both tools run");
         }
         return QCoreApplication::exec(); // until it is killed

@@ -1,11 +1,13 @@
 #include "tests/support/CapturedOutput.h"
-#include "tests/support/FaultBench.h"
+#include "tests/support/FaultFixture.h"
+
+#include <QProcess>
 
 using namespace tessary;
 using namespace std::chrono_literals;
-using local::Breakage;
-using local::Fault;
-using local::LocalService;
+using standins::Breakage;
+using standins::Fault;
+using standins::LocalService;
 using Sent = Breakage::Sent;
 using End = Breakage::End;
 
@@ -14,24 +16,41 @@ namespace {
 /// What is wrong with the tool's file.
 enum class ToolFile { Good, Missing, NotExecutable };
 
-const QString late = QStringLiteral("The service did not answer within 1 seconds.");
+/// Long enough for the next upload's answers on a busy machine.
+constexpr std::chrono::milliseconds shortLimit = 3s;
+
+const QString late = QStringLiteral("The service did not answer within 3 seconds.");
 
 /// The upload has failed with these words, or words that begin so; or succeeded, when there are none.
-void checkEnd(const FaultBench& bench, const QByteArray& printed, const QString& words)
+void checkEnd(const FaultFixture& fixture, const QByteArray& printed, const QString& words)
 {
-    const QString status = bench.screen->statusMessage();
-    QVERIFY(!bench.screen->isUploading());
+    const QString status = fixture.screen->statusMessage();
+    QVERIFY(!fixture.screen->isUploading());
     if (words.isEmpty()) {
-        QCOMPARE(status, completed);
-        QVERIFY2(bench.screen->logs().endsWith(registered), qPrintable(bench.screen->logs()));
-        QCOMPARE(bench.registrations(), std::size_t{1});
+        QCOMPARE(status, statusMessageOf(UploadState::Completed));
+        QVERIFY2(fixture.screen->logs().endsWith(registered), qPrintable(fixture.screen->logs()));
+        QCOMPARE(fixture.registrations(), std::size_t{1});
         return;
     }
     QVERIFY2(status.startsWith(QLatin1StringView("Error: ")) && status.contains(words), qPrintable(status));
-    QVERIFY2(bench.screen->logs().endsWith(QLatin1StringView("Upload ") + status + u'\n'),
-             qPrintable(bench.screen->logs()));
+    QVERIFY2(fixture.screen->logs().endsWith(QLatin1StringView("Upload ") + status + u'\n'),
+             qPrintable(fixture.screen->logs()));
     QCOMPARE(printed, status.mid(7).toUtf8() + '\n');
-    QCOMPARE(bench.registrations(), std::size_t{0});
+    QCOMPARE(fixture.registrations(), std::size_t{0});
+}
+
+/// How many descriptors Qt itself leaves open when a launch fails: one end of a pipe in 6.4.
+int leftByAFailedLaunch()
+{
+    const int before = testkit::takeProcessUsage().descriptors;
+    {
+        QProcess bare;
+        bare.start(QStringLiteral("/proc/self/environ"));
+        if (!QTest::qWaitFor([&bare] { return bare.error() == QProcess::FailedToStart; }, 20'000)) {
+            return 0;
+        }
+    }
+    return testkit::takeProcessUsage().descriptors - before;
 }
 
 } // namespace
@@ -50,15 +69,19 @@ private Q_SLOTS:
     void tool();
     void aToolThatEndsWellWhenCancelled();
     void aToolThatWillNotEnd();
+
+private:
+    int m_leftByAFailedLaunch = 0; ///< descriptors, by Qt itself
 };
 
 void FaultsTest::initTestCase()
 {
+    m_leftByAFailedLaunch = leftByAFailedLaunch();
     // What is opened once and kept, TLS included; and the end of the threads, which takes a moment.
     trustUnknownCertificate(true);
-    const FaultBench bench(patientTool, true);
-    bench.checkNextUpload();
-    bench.checkNothingIsLeft(10);
+    const FaultFixture fixture(patientTool, true);
+    fixture.checkNextUpload();
+    fixture.checkNothingIsLeft(10);
 }
 
 void FaultsTest::service_data()
@@ -71,7 +94,7 @@ void FaultsTest::service_data()
 
     const auto rows = [](const char* name, Trouble trouble, const Fault& fault, const char* ofUrl,
                          const char* ofRegistration) {
-        const bool sent = trouble == Trouble::Answer;
+        const bool sent = trouble == Trouble::Answer || trouble == Trouble::RestartWithin;
         QTest::addRow("URL: %s", name) << trouble << fault << false << QString::fromUtf8(ofUrl) << sent;
         QTest::addRow("registration: %s", name)
             << trouble << fault << true << QString::fromUtf8(ofRegistration) << sent;
@@ -83,9 +106,7 @@ void FaultsTest::service_data()
         both(name, Trouble::Answer, fault, words);
     };
     const char* const cut = "The connection to the service was closed before its answer was complete.";
-    const char* const broke =
-        "The connection to the service broke, or the service redirected the request. It "
-        "is not sent twice.";
+    const char* const broke = "The connection to the service broke. The request is not sent twice.";
     answer("reset before the answer", Fault::broken(Sent::Nothing, End::Reset), broke);
     answer("closed before the answer", Fault::broken(Sent::Nothing, End::Closed), broke);
     answer("reset within the header", Fault::broken(Sent::HalfTheHeader, End::Reset), broke);
@@ -94,16 +115,16 @@ void FaultsTest::service_data()
     answer("reset after the answer", Fault::broken(Sent::Everything, End::Reset), "");
     answer("never answered", Fault::neverAnswered(), qPrintable(late));
     answer("answered without end", Fault::endless(), qPrintable(late));
-    answer("redirected round and round", Fault::redirected(302, "?again"),
-           "The service redirected the request too many times.");
-    answer("redirected, body and all", Fault::redirected(308, "?again"), broke);
+    answer("redirected", Fault::redirected(302, "?again"),
+           "The service redirected the request. It is not sent twice.");
     rows("not JSON", Trouble::Answer, Fault::answered({502, "<p>Bad gateway</p>"}),
          "The service did not answer with an upload URL: ",
          "The operation couldn’t be completed. (tessary_macos_uploader.LibraryDataError error 1.)");
     rows("nothing of use", Trouble::Answer, Fault::answered({500, "{}"}),
          "The service did not answer with an upload URL: \"sasUrl\" is missing.",
          "The operation couldn’t be completed. (tessary_macos_uploader.LibraryDataError error 1.)");
-    both("restarted meanwhile", Trouble::ServiceRestarted, {}, "");
+    both("restarted before", Trouble::RestartBefore, {}, "");
+    both("restarted meanwhile", Trouble::RestartWithin, {}, broke);
     both("refused", Trouble::ServiceDown, {},
          "The service could not be reached: the connection was refused.");
     both("unknown certificate", Trouble::UnknownCertificate, {},
@@ -120,31 +141,31 @@ void FaultsTest::service()
     QFETCH(bool, sent);
 
     const CapturedOutput output;
-    FaultBench bench(patientTool, trouble == Trouble::UnknownCertificate,
-                     words == late ? 1s : APIService::standardTimeout);
+    FaultFixture fixture(patientTool, trouble == Trouble::UnknownCertificate,
+                         words == late ? shortLimit : standardTimeout);
     if (atRegistration) {
-        bench.upload();
-        QVERIFY(bench.logHas("copying clip.mov"));
-        bench.strike(trouble, LocalService::registrationPath, fault);
-        bench.tool.make("go");
+        fixture.upload();
+        QVERIFY(fixture.logHas("copying clip.mov"));
+        fixture.strike(trouble, LocalService::registrationPath, fault);
+        fixture.tool.make("go");
     } else {
-        bench.strike(trouble, LocalService::uploadUrlPath, fault);
-        bench.tool.make("go");
-        bench.upload();
+        fixture.strike(trouble, LocalService::uploadUrlPath, fault);
+        fixture.tool.make("go");
+        fixture.upload();
     }
-    QVERIFY(bench.isIdle());
+    QVERIFY(fixture.isIdle());
     if (atRegistration && !words.isEmpty()) {
-        QCOMPARE(bench.screen->statusMessage(), completed);
-        QVERIFY(!bench.screen->isUploading());
-        const QString end = bench.screen->logs().section(QStringLiteral("\n\n"), -2, -2);
+        QCOMPARE(fixture.screen->uploadState(), UploadState::Completed);
+        QVERIFY(!fixture.screen->isUploading());
+        const QString end = fixture.screen->logs().section(QStringLiteral("\n\n"), -2, -2);
         QVERIFY2(end.startsWith(QLatin1StringView("API Error: ") + words), qPrintable(end));
-        QCOMPARE(bench.registrations(), std::size_t{sent ? 1U : 0U}); // none is sent twice
+        QCOMPARE(fixture.registrations(), std::size_t{sent ? 1U : 0U}); // none is sent twice
     } else {
-        checkEnd(bench, output.text(), words);
+        checkEnd(fixture, output.text(), words);
     }
-    bench.mend(trouble);
-    bench.checkNextUpload();
-    bench.checkNothingIsLeft();
+    fixture.mend(trouble);
+    fixture.checkNextUpload();
+    fixture.checkNothingIsLeft();
 }
 
 void FaultsTest::tool_data()
@@ -182,49 +203,48 @@ void FaultsTest::tool()
     QFETCH(QString, words);
 
     const CapturedOutput output;
-    const FaultBench bench(script);
+    const FaultFixture fixture(script);
     if (file == ToolFile::Missing) {
-        QFile::remove(bench.tool.path("azcopy"));
+        QFile::remove(fixture.tool.path("azcopy"));
     } else if (file == ToolFile::NotExecutable) {
-        QFile::setPermissions(bench.tool.path("azcopy"), QFile::ReadOwner);
+        QFile::setPermissions(fixture.tool.path("azcopy"), QFile::ReadOwner);
     }
-    bench.upload(format);
-    QVERIFY(bench.isIdle());
-    checkEnd(bench, output.text(), words);
-    bench.checkNextUpload();
-    // Qt 6.4 does not close one end of a pipe when a launch fails.
-    bench.checkNothingIsLeft(file == ToolFile::NotExecutable ? 1 : 0);
+    fixture.upload(format);
+    QVERIFY(fixture.isIdle());
+    checkEnd(fixture, output.text(), words);
+    fixture.checkNextUpload();
+    fixture.checkNothingIsLeft(file == ToolFile::NotExecutable ? m_leftByAFailedLaunch : 0);
 }
 
 void FaultsTest::aToolThatEndsWellWhenCancelled()
 {
-    const FaultBench bench("trap 'exit 0' TERM; echo ready; while :; do sleep 0.02; done");
-    bench.upload();
-    QVERIFY(bench.logHas("ready"));
-    bench.screen->cancelUpload();
-    QVERIFY(!bench.screen->isUploading());
-    QVERIFY(bench.isIdle());
-    checkEnd(bench, {}, {}); // the video is in the store, and no other upload has taken the screen
-    bench.checkNextUpload();
-    bench.checkNothingIsLeft();
+    const FaultFixture fixture("trap 'exit 0' TERM; echo ready; while :; do sleep 0.02; done");
+    fixture.upload();
+    QVERIFY(fixture.logHas("ready"));
+    fixture.screen->cancelUpload();
+    QVERIFY(!fixture.screen->isUploading());
+    QVERIFY(fixture.isIdle());
+    checkEnd(fixture, {}, {}); // the video is in the store, and no other upload has taken the screen
+    fixture.checkNextUpload();
+    fixture.checkNothingIsLeft();
 }
 
 void FaultsTest::aToolThatWillNotEnd()
 {
-    const FaultBench bench("trap '' TERM; echo ready; while :; do sleep 0.02; done");
-    bench.upload();
-    QVERIFY(bench.logHas("ready"));
-    bench.screen->cancelUpload();
-    QVERIFY(!bench.screen->isUploading());
-    QCOMPARE(bench.screen->statusMessage(), QStringLiteral("Upload canceled"));
-    bench.checkNextUpload(); // while the first one's tool lives on
-    QCOMPARE(local::takeReadings().children.size(), 1);
-    QVERIFY(bench.app.uploadActivity()->underWay());
-    const QString log = bench.screen->logs();
-    Q_EMIT bench.app.uploadActivity()->killTools();
-    bench.checkNothingIsLeft();
-    QCOMPARE(bench.screen->logs(), log);
-    QCOMPARE(bench.screen->statusMessage(), completed);
+    const FaultFixture fixture("trap '' TERM; echo ready; while :; do sleep 0.02; done");
+    fixture.upload();
+    QVERIFY(fixture.logHas("ready"));
+    fixture.screen->cancelUpload();
+    QVERIFY(!fixture.screen->isUploading());
+    QCOMPARE(fixture.screen->statusMessage(), statusMessageOf(UploadState::Cancelled));
+    fixture.checkNextUpload(); // while the first one's tool lives on
+    QCOMPARE(testkit::takeProcessUsage().children.size(), 1);
+    QVERIFY(fixture.app.uploadActivity()->underWay());
+    const QString log = fixture.screen->logs();
+    Q_EMIT fixture.app.uploadActivity()->killTools();
+    fixture.checkNothingIsLeft();
+    QCOMPARE(fixture.screen->logs(), log);
+    QCOMPARE(fixture.screen->uploadState(), UploadState::Completed);
 }
 
 QTEST_GUILESS_MAIN(FaultsTest)

@@ -1,5 +1,5 @@
-#include "tests/support/Bench.h"
 #include "tests/support/CapturedOutput.h"
+#include "tests/support/UploadFixture.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,8 +21,6 @@ constexpr int runs = 50;
 #endif
 constexpr int stepsPerRun = 15;
 
-const QString completed = QStringLiteral("Upload completed successfully!");
-
 /// Behaves as the file's name says, and says the name.
 const QByteArray moodyTool = R"(
     name=$(basename "$2"); echo "[$name]"
@@ -38,7 +36,7 @@ const QByteArray moodyTool = R"(
 class Crowd
 {
 public:
-    explicit Crowd(quint32 seed) : m_random(seed), m_bench(moodyTool) { openScreen(); }
+    explicit Crowd(quint32 seed) : m_random(seed), m_fixture(moodyTool) { openScreen(); }
 
     void step()
     {
@@ -57,15 +55,24 @@ public:
         } else if (choice == 15 && m_screens.size() > 1) {
             m_screens.erase(m_screens.begin() + m_random.bounded(static_cast<int>(m_screens.size())));
         } else if (choice == 16) {
-            m_bench.app.sessionManager()->setApiKey(std::nullopt);
+            m_fixture.app.sessionManager()->setApiKey(std::nullopt);
         } else if (choice < 19) {
             const int workspace = m_random.bounded(2);
-            m_bench.app.sessionManager()->setApiKey(
-                local::localWorkspaces().at(static_cast<std::size_t>(workspace)).key);
+            m_fixture.app.sessionManager()->setApiKey(
+                standins::localWorkspaces().at(static_cast<std::size_t>(workspace)).key);
         } else {
-            m_bench.app.appManager()->setEditingAPIKey(m_random.bounded(2) == 0);
+            m_fixture.app.appManager()->setEditingAPIKey(m_random.bounded(2) == 0);
         }
-        QTest::qWait(m_random.bounded(3) == 0 ? 50 : m_random.bounded(5)); // a request takes about 40 ms
+        // Until so many things have been said, and not for a time, so that a seed gives much the same again
+        // on a busy machine.
+        const int enough = m_said + (m_random.bounded(3) == 0 ? 1 + m_random.bounded(2) : 0);
+        QCoreApplication::processEvents();
+        const bool goesOn = QTest::qWaitFor(
+            [this, enough] { return m_said >= enough || !m_fixture.app.uploadActivity()->underWay(); },
+            20'000);
+        if (!goesOn) {
+            qFatal("Nothing is said any more.");
+        }
     }
 
     /// What is wrong; empty when nothing is.
@@ -73,12 +80,13 @@ public:
     {
         for (const auto& screen : m_screens) {
             const QString status = screen->statusMessage();
-            const bool busy = status == QLatin1StringView("Uploading...") || status.startsWith(u"Requesting");
+            const UploadState state = screen->uploadState();
+            const bool busy = state == UploadState::Requesting || state == UploadState::Uploading;
             if (screen->isUploading() != busy) {
                 return QLatin1StringView("the flag does not fit the status ") + status;
             }
-            const bool endedByCancel = status == QLatin1StringView("Upload canceled") ||
-                                       status.contains(QLatin1StringView("abandoned"));
+            const bool endedByCancel =
+                state == UploadState::Cancelled || status.contains(QLatin1StringView("abandoned"));
             if (endedByCancel && !m_cancelled.contains(screen.get())) {
                 return QLatin1StringView("nobody cancelled ") + m_current.at(screen.get());
             }
@@ -97,17 +105,17 @@ public:
     /// Ends what is under way and looks at what is left; empty when nothing is wrong.
     [[nodiscard]] QString faultAtTheEnd()
     {
-        m_bench.app.uploadActivity()->endAll();
+        m_fixture.app.uploadActivity()->endAll();
         for (const auto& screen : m_screens) {
             m_cancelled.insert(screen.get());
         }
-        if (!m_bench.isIdle()) {
+        if (!m_fixture.isIdle()) {
             return QStringLiteral("something goes on for ever");
         }
-        if (m_bench.registrations() + m_signedOut != m_completions) {
+        if (m_fixture.registrations() + m_signedOut != m_completions) {
             return QStringLiteral("%1 uploads completed, %2 were registered and %3 could not be")
                 .arg(m_completions)
-                .arg(m_bench.registrations())
+                .arg(m_fixture.registrations())
                 .arg(m_signedOut);
         }
         QFile children(QStringLiteral("/proc/self/task/%1/children").arg(QCoreApplication::applicationPid()));
@@ -125,13 +133,16 @@ private:
 
     void openScreen()
     {
-        const auto screen = m_bench.app.makeUploaderState();
+        const auto screen = m_fixture.app.uploaderStates()->make();
         screen->setVideoName(QStringLiteral("a name"));
         FileUploaderState* state = screen.get(); // its own signals end with it
         m_current[state].clear();
-        QObject::connect(state, &FileUploaderState::statusMessageChanged, state,
-                         [this, state] { m_completions += state->statusMessage() == completed ? 1U : 0U; });
+        QObject::connect(state, &FileUploaderState::statusMessageChanged, state, [this, state] {
+            ++m_said;
+            m_completions += state->uploadState() == UploadState::Completed ? 1U : 0U;
+        });
         QObject::connect(state, &FileUploaderState::logsChanged, state, [this, state] {
+            ++m_said;
             m_signedOut += state->logs().endsWith(QLatin1StringView("upload again.\n\n")) ? 1U : 0U;
         });
         m_screens.push_back(screen);
@@ -165,7 +176,8 @@ private:
     std::size_t m_completions = 0;
     std::size_t m_signedOut = 0; ///< registrations that found no key
     int m_uploads = 0;
-    Bench m_bench;
+    int m_said = 0; ///< by statuses and logs, of all screens
+    UploadFixture m_fixture;
     std::vector<std::shared_ptr<FileUploaderState>> m_screens;
 };
 

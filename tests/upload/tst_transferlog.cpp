@@ -1,5 +1,7 @@
 #include "upload/TransferLog.h"
 
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <clocale>
@@ -81,9 +83,17 @@ void TransferLogTest::processOutput()
 
 void TransferLogTest::numbersIgnoreTheUsersLocale()
 {
-    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {
-        QSKIP("This machine has no locale with a decimal comma.");
-    }
+    // Made here: machines seldom have one with a decimal comma.
+    const QTemporaryDir locales;
+    QProcess maker;
+    maker.start(QStringLiteral("localedef"),
+                {QStringLiteral("-i"), QStringLiteral("de_DE"), QStringLiteral("-f"), QStringLiteral("UTF-8"),
+                 locales.filePath(QStringLiteral("comma"))});
+    QVERIFY2(maker.waitForFinished() && maker.exitCode() == 0, maker.readAllStandardError().constData());
+    qputenv("LOCPATH", locales.path().toLocal8Bit());
+    QVERIFY(std::setlocale(LC_ALL, "comma") != nullptr);
+    QCOMPARE(std::localeconv()->decimal_point, ",");
+
     TransferLog log;
     log.processOutput(QStringLiteral("45.5 %"));
     std::setlocale(LC_ALL, "C");
@@ -133,5 +143,5 @@ void TransferLogTest::keepsTheLastCharacters()
     QCOMPARE(joined.logs(), character.repeated(limit - 4) + u'\n' + QString::fromUtf8("☀🇫🇷\n"));
 }
 
-QTEST_APPLESS_MAIN(TransferLogTest)
+QTEST_GUILESS_MAIN(TransferLogTest)
 #include "tst_transferlog.moc"

@@ -1,10 +1,27 @@
-#include "tests/support/ScriptedTool.h"
+#include "testkit/ScriptedTool.h"
+#include "testkit/TimerWatch.h"
 #include "upload/TransferTool.h"
 #include "upload/UploadActivity.h"
 
+#include <QDir>
 #include <QTest>
 
+#include <array>
+#include <unistd.h>
+
 using namespace tessary;
+
+namespace {
+
+/// What this process reads from, as the system names it.
+QByteArray ownInput()
+{
+    std::array<char, 256> name{};
+    const ssize_t size = readlink("/proc/self/fd/0", name.data(), name.size());
+    return {name.data(), static_cast<qsizetype>(size)};
+}
+
+} // namespace
 
 class TransferToolTest : public QObject
 {
@@ -13,7 +30,7 @@ class TransferToolTest : public QObject
 private Q_SLOTS:
     void outcomes_data();
     void outcomes();
-    void argumentsArriveByteForByte();
+    void whatTheToolIsGiven();
     void aMissingToolIsAnErrorOfItsOwn();
     void chunksAreNotSplit();
     void aStopEndsTheTool_data();
@@ -23,14 +40,14 @@ private Q_SLOTS:
 
 private:
     /// Runs the script to its end; what it said is then in m_heard.
-    TransferOutcome run(const ScriptedTool& tool, const std::stop_token& stop = {})
+    TransferOutcome run(const testkit::ScriptedTool& tool, const std::stop_token& stop = {})
     {
         const QFuture<TransferOutcome> future = start(tool, stop);
         const bool ended = QTest::qWaitFor([&future] { return future.isFinished(); }, 20'000);
         return ended ? future.result() : TransferOutcome{false, Error({}, -1, QStringLiteral("never ended"))};
     }
 
-    QFuture<TransferOutcome> start(const ScriptedTool& tool, const std::stop_token& stop)
+    QFuture<TransferOutcome> start(const testkit::ScriptedTool& tool, const std::stop_token& stop)
     {
         m_heard.clear();
         m_refreshes = 0;
@@ -76,7 +93,7 @@ void TransferToolTest::outcomes()
     QFETCH(int, code);
     QFETCH(QString, heard);
 
-    const TransferOutcome outcome = run(ScriptedTool(script));
+    const TransferOutcome outcome = run(testkit::ScriptedTool(script));
     QCOMPARE(outcome.succeeded(), code == 0);
     QCOMPARE(m_heard.join(QString()), heard);
     if (code != 0) {
@@ -87,20 +104,36 @@ void TransferToolTest::outcomes()
     }
 }
 
-void TransferToolTest::argumentsArriveByteForByte()
+void TransferToolTest::whatTheToolIsGiven()
 {
+    const QTemporaryDir folder;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder.path()));
+    qputenv("TESSARY_TEST_MARK", "a value\n of two lines");
     m_file = QUrl::fromLocalFile(QString::fromUtf8("/videos/a \"b\" 100% 'é' 👩‍🚀\n.mov"));
     m_url = QStringLiteral("https://store/blob?sp=cw&sig=a%2Fb%3D&x=") + QString(20'000, u'y');
-    const ScriptedTool tool(R"(printf '%s\0' "$@" > "$home/arguments")");
-    QVERIFY(run(tool).succeeded());
+    const testkit::ScriptedTool tool(R"(printf '%s\0' "$@" > "$home/arguments"
+        cat /proc/$$/environ > "$home/environment"
+        readlink /proc/$$/cwd /proc/$$/fd/0 > "$home/place")");
+    const bool succeeded = run(tool).succeeded();
+    QDir::setCurrent(before);
+    QVERIFY(succeeded);
     QCOMPARE(tool.content("arguments").split('\0'),
              (QByteArrayList{"copy", m_file.toLocalFile().toUtf8(), m_url.toUtf8(), "--from-to", "LocalBlob",
                              "--log-level", "INFO", ""}));
+    // The rest is this process's own.
+    QByteArray environment;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        environment += QByteArray(*variable) + '\0';
+    }
+    QCOMPARE(tool.content("environment"), environment);
+    QCOMPARE(tool.content("place"),
+             QFile::encodeName(QFileInfo(folder.path()).canonicalFilePath()) + '\n' + ownInput() + '\n');
 }
 
 void TransferToolTest::aMissingToolIsAnErrorOfItsOwn()
 {
-    const ScriptedTool missing("exit 0");
+    const testkit::ScriptedTool missing("exit 0");
     QFile::remove(missing.path("azcopy"));
     const TransferOutcome outcome = run(missing);
     QVERIFY(outcome.failure);
@@ -110,7 +143,7 @@ void TransferToolTest::aMissingToolIsAnErrorOfItsOwn()
 
 void TransferToolTest::chunksAreNotSplit()
 {
-    QVERIFY(run(ScriptedTool(R"(printf 'one\ntwo\rthree\n'; printf 'four' >&2)")).succeeded());
+    QVERIFY(run(testkit::ScriptedTool(R"(printf 'one\ntwo\rthree\n'; printf 'four' >&2)")).succeeded());
     QVERIFY(m_heard.contains(QStringLiteral("one\ntwo\rthree\n")));
     QVERIFY(m_heard.contains(QStringLiteral("ERROR: four")));
 }
@@ -132,8 +165,8 @@ void TransferToolTest::aStopEndsTheTool()
     QFETCH(bool, beforeLaunch);
     QFETCH(bool, cancelled);
 
-    const ScriptedTool tool("trap 'echo stopping; " + onTerm +
-                            "' TERM; echo ready; while :; do sleep 0.05; done");
+    const testkit::ScriptedTool tool("trap 'echo stopping; " + onTerm +
+                                     "' TERM; echo ready; while :; do sleep 0.05; done");
     std::stop_source stop;
     if (beforeLaunch) {
         stop.request_stop();
@@ -152,7 +185,7 @@ void TransferToolTest::aStopEndsTheTool()
 
 void TransferToolTest::killToolsEndsWhatIgnoresAStop()
 {
-    const ScriptedTool tool("trap '' TERM; echo ready; while :; do sleep 0.05; done");
+    const testkit::ScriptedTool tool("trap '' TERM; echo ready; while :; do sleep 0.05; done");
     std::stop_source stop;
     const QFuture<TransferOutcome> future = start(tool, stop.get_token());
     QVERIFY(hears(QStringLiteral("ready")));
@@ -167,9 +200,12 @@ void TransferToolTest::killToolsEndsWhatIgnoresAStop()
 
 void TransferToolTest::theLogIsRefreshedWhileTheToolIsSilent()
 {
-    const ScriptedTool tool("read -r -t 20 line < <(until [ -e \"$home/go\" ]; do sleep 0.05; done; echo x)");
+    const testkit::ScriptedTool tool(
+        "read -r -t 20 line < <(until [ -e \"$home/go\" ]; do sleep 0.05; done; echo x)");
+    const testkit::TimerWatch timers;
     const QFuture<TransferOutcome> future = start(tool, {});
     QTRY_VERIFY_WITH_TIMEOUT(m_refreshes >= 5, 20'000);
+    QVERIFY(timers.saw(std::chrono::milliseconds(50), Qt::PreciseTimer));
     QVERIFY(m_heard.isEmpty());
     tool.make("go");
     QTRY_VERIFY_WITH_TIMEOUT(future.isFinished(), 20'000);

@@ -1,15 +1,28 @@
-#include "tests/support/Bench.h"
+#include "standins/ReceivedForm.h"
+#include "testkit/TimerWatch.h"
+#include "tests/support/UploadFixture.h"
 
 #include <QSignalSpy>
 
 using namespace tessary;
-using local::Fault;
-using local::LocalService;
+using standins::Fault;
+using standins::LocalService;
 
 namespace {
 
 const QString separate = QStringLiteral("Separate");
-const QString completed = QStringLiteral("Upload completed successfully!");
+
+using Forms = QList<standins::ReceivedForm>;
+
+Forms formsSent(const UploadFixture& fixture, const char* path)
+{
+    Forms forms;
+    for (const standins::ReceivedRequest& request : fixture.service.requestsTo(path)) {
+        forms.append(standins::readForm(request.header("Content-Type"), request.body)
+                         .value_or(standins::ReceivedForm()));
+    }
+    return forms;
+}
 
 } // namespace
 
@@ -18,6 +31,7 @@ class WorkflowTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void whatAStateSays();
     void missingInputs_data();
     void missingInputs();
     void oneFile();
@@ -26,6 +40,25 @@ private Q_SLOTS:
     void aFailedTransferWaitsForTheOther();
     void aFailedRequestCancelsTheOther();
 };
+
+void WorkflowTest::whatAStateSays()
+{
+    const QList<std::pair<UploadState, QString>> texts{
+        {UploadState::Ready, QStringLiteral("Ready to upload")},
+        {UploadState::FileOrNameMissing, QStringLiteral("Select a file and enter a name.")},
+        {UploadState::FilesOrNameMissing, QStringLiteral("Select both files and enter a name.")},
+        {UploadState::Requesting, QStringLiteral("Requesting upload URL...")},
+        {UploadState::Uploading, QStringLiteral("Uploading...")},
+        {UploadState::Completed, QStringLiteral("Upload completed successfully!")},
+        {UploadState::Failed, QStringLiteral("Error: ")},
+        {UploadState::Cancelled, QStringLiteral("Upload canceled")},
+    };
+    for (const auto& [state, text] : texts) {
+        QCOMPARE(statusMessageOf(state), text);
+    }
+    QCOMPARE(statusMessageOf(UploadState::Failed, QStringLiteral("why")), QStringLiteral("Error: why"));
+    QCOMPARE(UploadFixture({}).screen->statusMessage(), texts.at(0).second);
+}
 
 void WorkflowTest::missingInputs_data()
 {
@@ -47,74 +80,86 @@ void WorkflowTest::missingInputs()
     QFETCH(QString, format);
     QFETCH(QString, missing);
     QFETCH(QString, status);
-    const Bench bench(patientTool);
-    bench.choose(format);
+    const UploadFixture fixture(patientTool);
+    fixture.choose(format);
     if (missing.isEmpty()) {
-        bench.screen->setVideoName(QStringLiteral("   "));
+        fixture.screen->setVideoName(QStringLiteral("   "));
     } else {
         const QByteArray property = missing.toLatin1();
         const QVariant none =
             missing == QLatin1StringView("videoName") ? QVariant(QString()) : QVariant(QUrl());
-        QVERIFY(bench.screen->setProperty(property.constData(), none));
+        QVERIFY(fixture.screen->setProperty(property.constData(), none));
     }
-    QCOMPARE(bench.screen->inputsReady(), status.isEmpty());
-    bench.screen->startUpload();
-    QCOMPARE(bench.screen->isUploading(), status.isEmpty());
-    QCOMPARE(bench.screen->statusMessage(),
-             status.isEmpty() ? QStringLiteral("Requesting upload URL...") : status);
-    bench.screen->cancelUpload();
-    QVERIFY(bench.isIdle());
+    QCOMPARE(fixture.screen->inputsReady(), status.isEmpty());
+    fixture.screen->startUpload();
+    QCOMPARE(fixture.screen->isUploading(), status.isEmpty());
+    QCOMPARE(fixture.screen->statusMessage(),
+             status.isEmpty() ? statusMessageOf(UploadState::Requesting) : status);
+    fixture.screen->cancelUpload();
+    QVERIFY(fixture.isIdle());
 }
 
 void WorkflowTest::oneFile()
 {
-    Bench bench(R"(printf '\r50.0 %%, 2-sec Throughput (Mb/s): 8.5'; sleep 0.1; echo done)");
-    bench.screen->processOutput(QStringLiteral("of an earlier upload 60 %"));
-    bench.startUpload();
-    QVERIFY(bench.reaches(completed));
-    QVERIFY(!bench.screen->isUploading());
-    QVERIFY(bench.screen->showSuccessAnimation());
-    bench.screen->setVideoName(QStringLiteral("Late 100% name")); // the registration takes what it finds
-    bench.screen->cancelUpload(); // reaches no upload that has ended, nor its registration
-    QVERIFY(bench.isIdle());
+    UploadFixture fixture(R"(printf %s "$3" > "$home/url"; printf '\r50.0 %%, 2-sec Throughput (Mb/s): 8.5'
+        until [ -e $home/read ]; do sleep 0.02; done; echo done)");
+    const QString twoQueries = QStringLiteral("http://store/a%20blob?sig=a?b/c=d");
+    fixture.service.addFault(LocalService::uploadUrlPath,
+                             Fault::answered({200, "{\"sasUrl\": \"" + twoQueries.toUtf8() + "\"}"}));
+    fixture.screen->processOutput(QStringLiteral("of an earlier upload 60 %"));
+    fixture.startUpload();
+    QVERIFY(fixture.logHas("8.5"));
+    fixture.tool.make("read");
+    QVERIFY(fixture.reaches(UploadState::Completed));
+    QVERIFY(!fixture.screen->isUploading());
+    QVERIFY(fixture.screen->showSuccessAnimation());
+    fixture.screen->setVideoName(QStringLiteral("Late 100% name")); // the registration takes what it finds
+    fixture.screen->cancelUpload(); // reaches no upload that has ended, nor its registration
+    QVERIFY(fixture.isIdle());
 
-    QCOMPARE(bench.statuses,
-             (QStringList{QStringLiteral("Requesting upload URL..."), QStringLiteral("Uploading..."),
-                          completed, QStringLiteral("Upload canceled")}));
-    QCOMPARE(bench.screen->progress(), 0.5);
-    QCOMPARE(bench.registrations(), std::size_t{1});
-    const local::RegisteredVideo& video = bench.service.library().videos().at(0);
-    QCOMPARE(video.videoName, QStringLiteral("Late 100% name"));
-    QCOMPARE(video.fileFormat3D, QStringLiteral("2D"));
-    QVERIFY(!video.is3D && !video.uploadedUrlRight);
-    QCOMPARE(video.perspective, 60);
-    QCOMPARE(video.uploadedUrl, bench.service.library().issuedUrls().at(0).section(u'?', 0, 0));
+    QCOMPARE(fixture.announced,
+             (QStringList{busy, QStringLiteral("Requesting upload URL..."), QStringLiteral("Uploading..."),
+                          idle, QStringLiteral("Upload completed successfully!"), idle,
+                          QStringLiteral("Upload canceled")}));
+    QCOMPARE(fixture.screen->progress(), 0.5);
+    QCOMPARE(fixture.registrations(), std::size_t{1});
+    QCOMPARE(formsSent(fixture, LocalService::uploadUrlPath),
+             Forms({{{QStringLiteral("uniqueFileName"), QStringLiteral("clip.mov")}}}));
+    QCOMPARE(formsSent(fixture, LocalService::registrationPath),
+             Forms({{{QStringLiteral("uploadedUrl"), QStringLiteral("http://store/a%20blob")},
+                     {QStringLiteral("fileFormat3D"), QStringLiteral("2D")},
+                     {QStringLiteral("is3D"), QStringLiteral("false")},
+                     {QStringLiteral("perspective"), QStringLiteral("60")},
+                     {QStringLiteral("videoName"), QStringLiteral("Late 100% name")}}}));
+    QVERIFY(fixture.tool.content("url") == twoQueries.toUtf8());
     // The name's percent sign makes a progress report of the registration line.
-    QCOMPARE(bench.screen->logs(),
+    QCOMPARE(fixture.screen->logs(),
              QStringLiteral("Received Upload Sessions\n\n50.0%: 8.5 (Mb/s)\ndone\n\n0.0%\n"));
 
-    bench.screen->successOverlayAppeared(); // the overlay's own timer, beside the workflow's
-    QTRY_VERIFY(!bench.screen->showSuccessAnimation());
+    const testkit::TimerWatch timers;
+    QTRY_VERIFY(!fixture.screen->showSuccessAnimation());
+    QVERIFY(timers.saw(std::chrono::seconds(2), Qt::PreciseTimer));
 }
 
 void WorkflowTest::twoFilesWhoseUrlsAnswerInReverse()
 {
-    Bench bench(patientTool);
-    bench.tool.make("go");
-    bench.service.answerInReverse(LocalService::uploadUrlPath, 2);
-    bench.startUpload(separate);
-    QVERIFY(bench.reaches(completed));
-    QVERIFY(bench.isIdle());
+    UploadFixture fixture(patientTool);
+    fixture.tool.make("go");
+    fixture.service.answerInReverse(LocalService::uploadUrlPath, 2);
+    fixture.startUpload(separate);
+    QVERIFY(fixture.reaches(UploadState::Completed));
+    QVERIFY(fixture.isIdle());
 
-    const QStringList issued = bench.service.library().issuedUrls(); // left's, right's; right's answers first
-    const QByteArray runs = bench.tool.content("runs");
+    const QStringList issued =
+        fixture.service.library().issuedUrls(); // left's, right's; right's answers first
+    const QByteArray runs = fixture.tool.content("runs");
     QVERIFY(runs.contains("left.mov " + issued.at(1).toUtf8() + '\n'));
     QVERIFY(runs.contains("right.mov " + issued.at(0).toUtf8() + '\n'));
-    const local::RegisteredVideo& video = bench.service.library().videos().at(0);
+    const standins::RegisteredVideo& video = fixture.service.library().videos().at(0);
     QCOMPARE(video.uploadedUrl, issued.at(1).section(u'?', 0, 0));
     QCOMPARE(video.uploadedUrlRight, issued.at(0).section(u'?', 0, 0));
     QCOMPARE(video.videoName, QStringLiteral("My %1 video"));
-    QVERIFY(bench.logHas("0.0%\n")); // the same, by the name's place marker
+    QVERIFY(fixture.logHas("0.0%\n")); // the same, by the name's place marker
 }
 
 void WorkflowTest::aFailedTransferWaitsForTheOther_data()
@@ -127,30 +172,31 @@ void WorkflowTest::aFailedTransferWaitsForTheOther_data()
 void WorkflowTest::aFailedTransferWaitsForTheOther()
 {
     QFETCH(bool, cancelTheOther);
-    Bench bench("case $2 in *left*) exit 4;; esac" + patientTool);
-    bench.startUpload(separate);
-    QVERIFY(bench.logHas("copying right.mov"));
-    QTest::qWait(200); // the left one has failed long since
-    QCOMPARE(bench.screen->statusMessage(), QStringLiteral("Uploading..."));
+    UploadFixture fixture("case $2 in *left*) exit 4;; esac" + patientTool);
+    fixture.startUpload(separate);
+    QVERIFY(fixture.logHas("copying right.mov"));
+    QTRY_COMPARE(fixture.app.uploadActivity()->children().size(), 1); // the left one's run is over
+    QCoreApplication::processEvents();                                // and the upload has been told
+    QCOMPARE(fixture.screen->statusMessage(), statusMessageOf(UploadState::Uploading));
     if (cancelTheOther) {
-        bench.screen->cancelUpload();
+        fixture.screen->cancelUpload();
     } else {
-        bench.tool.make("go");
+        fixture.tool.make("go");
     }
-    QVERIFY(bench.isIdle());
-    QCOMPARE(bench.screen->statusMessage(), QStringLiteral("Error: AzCopy exited with code 4"));
-    QCOMPARE(bench.registrations(), std::size_t{0});
+    QVERIFY(fixture.isIdle());
+    QCOMPARE(fixture.screen->statusMessage(), QStringLiteral("Error: AzCopy exited with code 4"));
+    QCOMPARE(fixture.registrations(), std::size_t{0});
 }
 
 void WorkflowTest::aFailedRequestCancelsTheOther()
 {
-    Bench bench(patientTool);
-    bench.service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
-    bench.service.addFault(LocalService::uploadUrlPath, Fault::answered({500, "no"}));
-    bench.startUpload(separate);
-    QVERIFY(bench.isIdle());
-    QVERIFY(bench.screen->statusMessage().contains(QLatin1StringView("did not answer with an upload URL")));
-    QVERIFY(!bench.tool.has("runs"));
+    UploadFixture fixture(patientTool);
+    fixture.service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
+    fixture.service.addFault(LocalService::uploadUrlPath, Fault::answered({500, "no"}));
+    fixture.startUpload(separate);
+    QVERIFY(fixture.isIdle());
+    QVERIFY(fixture.screen->statusMessage().contains(QLatin1StringView("did not answer with an upload URL")));
+    QVERIFY(!fixture.tool.has("runs"));
 }
 
 QTEST_GUILESS_MAIN(WorkflowTest)

@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // Why the last key was not taken; there only while there is something to say.
 Row {
@@ -13,7 +13,8 @@ Row {
     spacing: Look.spacing
 
     Behavior on opacity {
-        EaseOutMotion {
+        EaseMotion {
+            onlyOut: true
             seconds: 0.4
         }
     }

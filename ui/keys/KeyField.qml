@@ -1,6 +1,6 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tessary
+import Tessary.Look
 
 Column {
     id: group
@@ -17,34 +17,19 @@ Column {
         Accessible.ignored: true
     }
 
-    T.TextField {
+    TextField {
         id: input
 
         objectName: "keyField"
         width: group.width
-        implicitHeight: contentHeight + topPadding + bottomPadding
         topPadding: 8
         bottomPadding: 8
         leftPadding: 12
         rightPadding: 12
         text: group.form.apiKey
-        font: Look.body
-        color: Look.labelColor
-        selectionColor: Look.selectedTextBackgroundColor
-        selectedTextColor: Look.labelColor
-        selectByMouse: true
-        verticalAlignment: TextInput.AlignVCenter
+        fill: Look.faded(Look.labelColor, 0.1 / Look.labelColor.a)
         inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | Qt.ImhSensitiveData
         Accessible.name: qsTr("API Key")
-        background: Squircle {
-            radius: 8
-            fill: Look.faded(Look.labelColor, 0.1 / Look.labelColor.a)
-        }
         onTextEdited: group.form.apiKey = text
-
-        FocusRing {
-            visible: input.activeFocus
-            radius: 10
-        }
     }
 }

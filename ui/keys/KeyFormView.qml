@@ -1,5 +1,6 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
 // The form in the card of a key screen. It takes the focus, which was asked for before it showed.
 Column {
@@ -27,10 +28,11 @@ Column {
     Behavior on amount {
         SequentialAnimation {
             PauseAnimation {
-                duration: 200
+                duration: Look.animations ? 200 : 0
             }
 
-            EaseOutMotion {
+            EaseMotion {
+                onlyOut: true
                 seconds: 0.4
             }
         }
@@ -84,7 +86,7 @@ Column {
         width: view.width
         visible: view.cancelText !== ""
         text: view.cancelText
-        textColor: Look.systemGrayColor
+        textColor: Look.grayTextColor
         onClicked: view.canceled()
     }
 }

@@ -1,5 +1,6 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
 // What the two key screens share: a card with the logo and a form on a translucent window, and the way they come in.
 FocusScope {
@@ -23,13 +24,10 @@ FocusScope {
 
     // The one way to submit by Return, from the field or, as the default button, from anywhere that has no use for
     // Return itself. A key held down counts once.
-    Keys.onPressed: event => {
-        if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter)
-            return;
-        event.accepted = true;
-        if (!event.isAutoRepeat && (formView.keyField.activeFocus || form.apiKey !== ""))
+    Keys.onPressed: event => ReturnKey.handle(event, () => {
+        if (formView.keyField.activeFocus || form.apiKey !== "")
             form.submitKey();
-    }
+    })
     Component.onCompleted: showLogo = true
 
     Timer {
@@ -55,7 +53,7 @@ FocusScope {
         anchors.fill: parent
         contentHeight: Math.max(height, card.height + 2 * card.margin)
 
-        Item {
+        Panel {
             id: card
 
             readonly property real margin: 32
@@ -64,6 +62,9 @@ FocusScope {
             y: (area.contentHeight - height) / 2
             width: 400
             height: column.height + 2 * column.y
+            blur: 16
+            offset: Qt.point(0, 8)
+            shadowColor: Look.faded(Look.black, 0.1)
             opacity: screen.showWelcome ? 1 : 0
             scale: screen.showWelcome ? 1 : 0.95
 
@@ -77,22 +78,6 @@ FocusScope {
                 EaseMotion {
                     seconds: 0.4
                 }
-            }
-
-            BlurredShadow {
-                anchors.fill: parent
-                radius: surface.radius
-                blur: 16
-                offset: Qt.point(0, 8)
-                color: Look.faded(Look.black, 0.1)
-            }
-
-            Squircle {
-                id: surface
-
-                anchors.fill: parent
-                radius: 16
-                fill: Look.windowBackgroundColor
             }
 
             Column {

@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // The logo grows in and the name slides in from above once `shown`; the logo leaves at once, the name as it came.
 Row {
@@ -14,6 +14,7 @@ Row {
     SpringValue {
         id: spring
 
+        animated: Look.animations
         goal: row.shown ? 1 : 0
         response: 0.5
         dampingFraction: 0.6

@@ -1,6 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // Eight spokes, the brightest of which goes round once a second.
 Item {

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QPointF>
 #include <QQuickItem>
+#include <QRectF>
 #include <QtQml/qqml.h>
 
 namespace tessary::look {

@@ -1,20 +1,9 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
-Item {
-    BlurredShadow {
-        anchors.fill: parent
-        radius: surface.radius
-        blur: 10
-        offset: Qt.point(0, 5)
-        color: Look.faded(Look.shadowColor, 0.1)
-    }
-
-    Squircle {
-        id: surface
-
-        anchors.fill: parent
-        radius: 16
-        fill: Look.controlBackgroundColor
-    }
+Panel {
+    fill: Look.controlBackgroundColor
+    blur: 10
+    offset: Qt.point(0, 5)
+    shadowColor: Look.faded(Look.shadowColor, 0.1)
 }

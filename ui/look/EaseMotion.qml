@@ -1,11 +1,12 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
-// A change that eases in and out; the standard one unless told how long.
+// A change that eases in and out, or only out; the standard one unless told how long.
 NumberAnimation {
     property real seconds: Look.standardSeconds
+    property bool onlyOut: false
 
-    duration: seconds * 1000
+    duration: Look.animations ? seconds * 1000 : 0
     easing.type: Easing.BezierSpline
-    easing.bezierCurve: Look.easeInOut
+    easing.bezierCurve: onlyOut ? Look.easeOut : Look.easeInOut
 }

@@ -1,36 +1,26 @@
 import QtQuick
 import QtQuick.Templates as T
-import Tessary
+import Tessary.Look
 
-// A button with no look of its own: the mouse, Space and Return press it, the keyboard's focus shows as a ring, and
+// A button with no look of its own: the mouse, Space and Return press it, which shows, as the keyboard's focus does, and
 // a tip may explain it.
 T.AbstractButton {
     id: button
 
-    property string tip
+    property alias tip: marks.tip
+    property alias ringRadius: marks.radius
     property string explanation ///< for screen readers
-    property real ringRadius: 8
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     Accessible.description: enabled ? explanation : qsTr("Not available now")
-    Keys.onPressed: event => {
-        if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter)
-            return;
-        event.accepted = true;
-        if (!event.isAutoRepeat)
-            button.clicked();
-    }
+    Keys.onPressed: event => ReturnKey.handle(event, () => button.clicked())
 
-    FocusRing {
-        visible: button.visualFocus
-        radius: button.ringRadius + 2
-    }
+    ControlStates {
+        id: marks
 
-    Tip {
-        text: button.tip
-        shown: button.hovered && button.tip !== ""
+        control: button
     }
 }

@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // A large button with a frame; a prominent one is filled with the accent colour.
 PlainButton {
@@ -8,11 +8,10 @@ PlainButton {
     property bool prominent: false
     property color textColor: prominent ? Look.accentTextColor : Look.labelColor
 
-    topPadding: 10
-    bottomPadding: 10
+    topPadding: 8
+    bottomPadding: 8
     leftPadding: Look.padding
     rightPadding: Look.padding
-    ringRadius: 8
 
     contentItem: StyledText {
         text: button.text
@@ -26,15 +25,8 @@ PlainButton {
     background: Squircle {
         radius: button.ringRadius
         fill: button.prominent ? Look.accentColor : Look.faded(Look.labelColor, 0.08)
-        outline: button.prominent ? Look.transparent : Look.separatorColor
+        outline: button.prominent ? Look.transparent : Look.outlineColor
         lineWidth: button.prominent ? 0 : 1
         opacity: button.enabled ? 1 : 0.45
-
-        Squircle {
-            anchors.fill: parent
-            visible: button.down
-            radius: button.ringRadius
-            fill: Look.faded(Look.black, 0.12)
-        }
     }
 }

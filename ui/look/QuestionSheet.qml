@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // A question over the whole window, with the safe answer as the way out by Escape.
 FocusScope {
@@ -21,38 +21,17 @@ FocusScope {
     Keys.onEscapePressed: answered(false)
     Component.onCompleted: noButton.forceActiveFocus(Qt.PopupFocusReason)
 
-    Rectangle {
+    Scrim {
         anchors.fill: parent
-        color: Look.faded(Look.black, 0.3)
     }
 
-    MouseArea {
-        anchors.fill: parent
-        hoverEnabled: true
-        acceptedButtons: Qt.AllButtons
-        onWheel: wheel => wheel.accepted = true
-    }
-
-    Item {
+    Panel {
         anchors.centerIn: parent
         width: 340
         height: column.height + 2 * column.y
-
-        BlurredShadow {
-            anchors.fill: parent
-            radius: surface.radius
-            blur: 20
-            offset: Qt.point(0, 10)
-            color: Look.faded(Look.black, 0.3)
-        }
-
-        Squircle {
-            id: surface
-
-            anchors.fill: parent
-            radius: 16
-            fill: Look.windowBackgroundColor
-        }
+        blur: 20
+        offset: Qt.point(0, 10)
+        shadowColor: Look.faded(Look.black, 0.3)
 
         Column {
             id: column

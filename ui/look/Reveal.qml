@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // A part that comes and goes with `shown`: its room opens and closes while it fades, or slides in from and out to
 // the leading edge. Gone means gone for the mouse, the keyboard and screen readers too.
@@ -20,6 +20,7 @@ Item {
     SpringValue {
         id: spring
 
+        animated: Look.animations
         goal: reveal.shown ? 1 : 0
     }
 

@@ -1,6 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
-import Tessary
+import Tessary.Look
 
 // A vertical scroll area as a desktop has it: the wheel, the touch screen and the bar scroll it, a mouse drag does
 // not. It shows what the keyboard moves to.
@@ -71,7 +71,7 @@ Item {
                 implicitWidth: 6
                 radius: 3
                 color: Look.labelColor
-                opacity: bar.pressed || bar.hovered ? 0.45 : 0.22
+                opacity: bar.pressed || bar.hovered ? 0.7 : 0.52
             }
         }
     }

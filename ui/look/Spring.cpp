@@ -1,4 +1,4 @@
-#include "look/Spring.h"
+#include "ui/look/Spring.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,4 +1,4 @@
-#include "look/SpringValue.h"
+#include "ui/look/SpringValue.h"
 
 namespace tessary::look {
 namespace {
@@ -15,8 +15,8 @@ void SpringValue::setGoal(qreal goal)
     const qreal place = value();
     m_goal = goal;
     Q_EMIT goalChanged();
-    if (!m_complete) {
-        Q_EMIT valueChanged();
+    if (!m_complete || !m_animated) {
+        rest();
         return;
     }
     stop();
@@ -25,15 +25,30 @@ void SpringValue::setGoal(qreal goal)
     start();
 }
 
+void SpringValue::setAnimated(bool animated)
+{
+    m_animated = animated;
+    if (!m_animated) {
+        rest();
+    }
+}
+
+void SpringValue::rest()
+{
+    m_motion = {};
+    stop();
+    Q_EMIT valueChanged();
+}
+
 void SpringValue::updateCurrentTime(int milliseconds)
 {
     const Spring spring(m_response, m_dampingFraction);
     m_motion = spring.after(milliseconds / 1000.0, m_start);
     if (spring.reach(m_motion) < atRest) {
-        m_motion = {};
-        stop();
+        rest();
+    } else {
+        Q_EMIT valueChanged();
     }
-    Q_EMIT valueChanged();
 }
 
 } // namespace tessary::look

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "look/Spring.h"
+#include "ui/look/Spring.h"
 
 #include <QAbstractAnimation>
 #include <QQmlParserStatus>
@@ -17,6 +17,8 @@ class SpringValue : public QAbstractAnimation, public QQmlParserStatus
     QML_ELEMENT
     Q_PROPERTY(qreal goal READ goal WRITE setGoal NOTIFY goalChanged)
     Q_PROPERTY(qreal value READ value NOTIFY valueChanged)
+    /// False lets the value be at its goal at once.
+    Q_PROPERTY(bool animated READ animated WRITE setAnimated)
     Q_PROPERTY(qreal response MEMBER m_response)
     Q_PROPERTY(qreal dampingFraction MEMBER m_dampingFraction)
 
@@ -26,6 +28,10 @@ public:
     [[nodiscard]] qreal goal() const { return m_goal; }
 
     void setGoal(qreal goal);
+
+    [[nodiscard]] bool animated() const { return m_animated; }
+
+    void setAnimated(bool animated);
 
     [[nodiscard]] qreal value() const { return m_goal + m_motion.distance; }
 
@@ -43,6 +49,9 @@ protected:
     void updateCurrentTime(int milliseconds) override;
 
 private:
+    void rest();
+
+    bool m_animated = true;
     qreal m_goal = 0;
     qreal m_response = 0.3;
     qreal m_dampingFraction = 0.825;

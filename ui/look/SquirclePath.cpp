@@ -1,4 +1,4 @@
-#include "look/SquirclePath.h"
+#include "ui/look/SquirclePath.h"
 
 #include <QPointF>
 

@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // The one text item of the program. What it shows may come from outside and is never markup.
 Text {

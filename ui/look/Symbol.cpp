@@ -1,4 +1,4 @@
-#include "look/Symbol.h"
+#include "ui/look/Symbol.h"
 
 #include <QImage>
 #include <QPainter>
@@ -16,7 +16,7 @@ QImage inkOf(const QString& name, QSize size, qreal turn)
 {
     QImage drawing(size, QImage::Format_ARGB32_Premultiplied);
     drawing.fill(Qt::transparent);
-    QSvgRenderer renderer(QStringLiteral(":/qt/qml/Tessary/symbols/%1.svg").arg(name));
+    QSvgRenderer renderer(QStringLiteral(":/qt/qml/Tessary/Look/symbols/%1.svg").arg(name));
     renderer.setAspectRatioMode(Qt::KeepAspectRatio);
     QPainter painter(&drawing);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -42,7 +42,7 @@ QImage inkOf(const QString& name, QSize size, qreal turn)
 
 Symbol::Symbol(QQuickItem* parent) : VisiblePainter(parent)
 {
-    connect(this, &Symbol::lookChanged, this, [this] { update(); });
+    connect(this, &Symbol::lookChanged, this, &Symbol::repaint);
 }
 
 void Symbol::setFontSize(qreal size)
@@ -53,10 +53,9 @@ void Symbol::setFontSize(qreal size)
     Q_EMIT lookChanged();
 }
 
-void Symbol::paint(QPainter* painter)
+void Symbol::paint(QPainter& painter, QSizeF size, qreal scale) const
 {
-    const qreal scale = std::max(painter->device()->devicePixelRatio(), painter->transform().m11());
-    const QSize pixels = (size() * scale).toSize();
+    const QSize pixels = (size * scale).toSize();
     if (m_name.isEmpty() || pixels.isEmpty()) {
         return;
     }
@@ -66,7 +65,7 @@ void Symbol::paint(QPainter* painter)
     tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
     tint.drawImage(0, 0, inkOf(m_name, pixels, m_turn));
     tint.end();
-    painter->drawImage(boundingRect(), tinted);
+    painter.drawImage(QRectF(QPointF(), size), tinted);
 }
 
 } // namespace tessary::look

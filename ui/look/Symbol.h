@@ -1,8 +1,11 @@
 #pragma once
 
-#include "look/VisiblePainter.h"
+#include "ui/look/VisiblePainter.h"
 
 #include <QColor>
+#include <QQuickItem>
+#include <QSizeF>
+#include <QString>
 #include <QtQml/qqml.h>
 
 namespace tessary::look {
@@ -27,7 +30,7 @@ public:
     [[nodiscard]] qreal fontSize() const { return m_fontSize; }
 
     void setFontSize(qreal size);
-    void paint(QPainter* painter) override;
+    void paint(QPainter& painter, QSizeF size, qreal scale) const override;
 
 Q_SIGNALS:
     void lookChanged();

@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // Explains the control that it lies in. There is nothing of it until it is shown, which most never are.
 Loader {
@@ -12,9 +12,16 @@ Loader {
     active: shown
     // The loader makes this in the file's context, which the linter does not know.
     // qmllint disable unqualified
-    sourceComponent: TipBubble {
-        text: tip.text
-        visible: true
+    sourceComponent: Item {
+        HoverHandler {
+            id: hover
+        }
+
+        TipBubble {
+            text: tip.text
+            pointer: hover.point.position
+            visible: true
+        }
     }
     // qmllint enable unqualified
 }

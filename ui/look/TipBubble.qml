@@ -1,14 +1,18 @@
 import QtQuick
 import QtQuick.Templates as T
-import Tessary
+import Tessary.Look
 
-// What a tip shows: plain text below the control that it explains.
+// What a tip shows: plain text beside the pointer, at its height, so that it covers no neighbour's text.
 T.ToolTip {
     id: tip
 
-    x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
-    y: parent ? parent.height + 4 : 0
+    required property point pointer ///< in the control
+
     margins: 4
+    onAboutToShow: {
+        x = Math.round(pointer.x + 16);
+        y = Math.round(pointer.y - implicitHeight / 2);
+    }
     padding: 5
     leftPadding: 8
     rightPadding: 8
@@ -19,26 +23,18 @@ T.ToolTip {
     font: Look.subheadline
 
     contentItem: StyledText {
+        objectName: "tip"
         text: tip.text
         font: tip.font
         wrapMode: Text.Wrap
         Accessible.ignored: true
     }
-    background: Item {
-        BlurredShadow {
-            anchors.fill: parent
-            radius: 5
-            blur: 6
-            offset: Qt.point(0, 2)
-            color: Look.faded(Look.shadowColor, 0.2)
-        }
-
-        Squircle {
-            anchors.fill: parent
-            radius: 5
-            fill: Look.windowBackgroundColor
-            outline: Look.separatorColor
-            lineWidth: 1
-        }
+    background: Panel {
+        radius: 5
+        outline: Look.separatorColor
+        lineWidth: 1
+        blur: 6
+        offset: Qt.point(0, 2)
+        shadowColor: Look.faded(Look.shadowColor, 0.2)
     }
 }

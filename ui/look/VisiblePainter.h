@@ -1,23 +1,42 @@
 #pragma once
 
-#include <QQuickPaintedItem>
+#include <QQuickItem>
+#include <QRectF>
+#include <QSizeF>
 #include <QtQml/qqml.h>
 
 namespace tessary::look {
 
-/// A painted item that is painted, and takes memory for its picture, only while it can be seen. The scene
-/// itself would paint what is hidden, too.
-class VisiblePainter : public QQuickPaintedItem
+/// An item that paints itself into a picture of whole device pixels, which lies on whole device pixels
+/// wherever the item itself comes to rest. It is painted, and takes memory for its picture, only while it can
+/// be seen.
+class VisiblePainter : public QQuickItem
 {
     Q_OBJECT
     QML_ANONYMOUS
 
 public:
-    using QQuickPaintedItem::QQuickPaintedItem;
+    explicit VisiblePainter(QQuickItem* parent = nullptr);
+
+    /// Paints the shape of that size, in points, from its top left corner on.
+    /// @param scale device pixels per point
+    virtual void paint(QPainter& painter, QSizeF size, qreal scale) const = 0;
 
 protected:
+    /// By how many device pixels the drawing reaches out of the item, on every side.
+    [[nodiscard]] virtual int overhang(qreal scale) const;
+
+    /// What is painted has changed.
+    void repaint();
+
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
+
+private:
+    [[nodiscard]] bool canBeSeen() const;
+
+    bool m_stale = true;
 };
 
 } // namespace tessary::look

@@ -1,20 +1,15 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
-PlainButton {
+SymbolButton {
     id: button
 
     required property FileSlot slot
-    property color symbolColor: Look.labelColor
 
     objectName: "clearButton"
     text: qsTr("Remove %1").arg(slot.name)
-    padding: 4
-    ringRadius: 8
-    contentItem: Symbol {
-        name: "xmark.circle.fill"
-        color: button.symbolColor
-        fontSize: Look.bodySymbol
-    }
+    tip: text
+    symbol: "xmark.circle.fill"
     onClicked: slot.clear()
 }

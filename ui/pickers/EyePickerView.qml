@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Tessary
+import Tessary.Look
 
 // The captioned drop zone for one eye's file. It takes drops whether or not it holds a file, and says nothing on
 // the status line.
@@ -10,54 +11,40 @@ Column {
     required property string label
     required property FileUploaderState uploader
     required property int place
-    property bool isHovered: false
     property string zoneName
+
+    readonly property bool filled: zone.slot.filled
+
+    function browse() {
+        zone.browse();
+    }
 
     spacing: 6
 
-    FileSlot {
-        id: fileSlot
-
-        state: picker.uploader
-        place: picker.place
-    }
-
-    OpenFileDialog {
-        id: dialog
-
-        slot: fileSlot
-    }
-
-    StyledText {
+    Caption {
         width: picker.width
         text: picker.label
-        font: Look.subheadline
-        color: Look.secondaryLabelColor
-        elide: Text.ElideRight
     }
 
-    Item {
+    FileZone {
+        id: zone
+
         objectName: picker.zoneName
         width: picker.width
-        height: fileSlot.filled ? selectedRow.implicitHeight + 2 * Look.padding : emptyZone.implicitHeight
-
-        HoverHandler {
-            onHoveredChanged: picker.isHovered = hovered
-        }
-
-        FileDropArea {
-            anchors.fill: parent
-            slot: fileSlot
-            onHoverChanged: hovered => picker.isHovered = hovered
-        }
+        height: slot.filled ? selectedRow.implicitHeight + 2 * Look.padding : emptyZone.implicitHeight
+        uploader: picker.uploader
+        place: picker.place
+        radius: 8
+        fill: slot.filled ? Look.transparent : Look.textBackgroundColor
 
         PlainButton {
             id: emptyZone
 
             anchors.fill: parent
-            visible: !fileSlot.filled
+            visible: !zone.slot.filled
             implicitHeight: Math.max(60, implicitContentHeight)
             text: qsTr("%1: choose a file").arg(picker.label)
+            explanation: zone.slot.problem
             contentItem: StyledText {
                 text: qsTr("Drop or click to browse")
                 horizontalAlignment: Text.AlignHCenter
@@ -65,11 +52,7 @@ Column {
                 elide: Text.ElideRight
                 Accessible.ignored: true
             }
-            background: Squircle {
-                radius: 8
-                fill: Look.textBackgroundColor
-            }
-            onClicked: dialog.open()
+            onClicked: zone.browse()
         }
 
         RowLayout {
@@ -77,7 +60,7 @@ Column {
 
             anchors.fill: parent
             anchors.margins: Look.padding
-            visible: fileSlot.filled
+            visible: zone.slot.filled
             spacing: Look.spacing
 
             Symbol {
@@ -86,25 +69,16 @@ Column {
                 fontSize: Look.bodySymbol
             }
 
-            StyledText {
+            ElidedText {
                 Layout.fillWidth: true
-                text: fileSlot.name
-                maximumLineCount: 1
+                text: zone.slot.name
                 elide: Text.ElideMiddle
             }
 
             ClearButton {
-                Layout.margins: -4
-                slot: fileSlot
+                Layout.margins: -overlap
+                slot: zone.slot
             }
-        }
-
-        Squircle {
-            anchors.fill: parent
-            radius: 8
-            outline: picker.isHovered ? Look.systemBlueColor : Look.separatorColor
-            lineWidth: 2
-            dashes: picker.isHovered ? [] : Look.dashes
         }
     }
 }

@@ -1,15 +1,29 @@
-#include "pickers/FileSlot.h"
+#include "ui/pickers/FileSlot.h"
 
-#include "pickers/FileItem.h"
+#include "ui/pickers/FileUrl.h"
 #include "upload/FileName.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 
 #include <algorithm>
 
 namespace tessary::pickers {
 namespace {
 
+/// Of the whole run, all windows and all pickers.
+QUrl& lastFolder()
+{
+    static QUrl folder;
+    return folder;
+}
+
 void store(FileUploaderState& state, FileSlot::Place place, const QUrl& file)
 {
+    if (!file.isEmpty()) {
+        lastFolder() = file.adjusted(QUrl::StripTrailingSlash).adjusted(QUrl::RemoveFilename);
+    }
     switch (place) {
     case FileSlot::Place::SingleFile:
         state.setSelectedFile(file);
@@ -27,11 +41,11 @@ void store(FileUploaderState& state, FileSlot::Place place, const QUrl& file)
 
 void FileSlot::setState(FileUploaderState* state)
 {
-    if (m_state != nullptr) {
+    if (!m_state.isNull()) {
         m_state->disconnect(this);
     }
     m_state = state;
-    if (m_state != nullptr) {
+    if (!m_state.isNull()) {
         connect(m_state, &FileUploaderState::selectedFileChanged, this, &FileSlot::fileChanged);
         connect(m_state, &FileUploaderState::selectedFileLeftChanged, this, &FileSlot::fileChanged);
         connect(m_state, &FileUploaderState::selectedFileRightChanged, this, &FileSlot::fileChanged);
@@ -41,7 +55,7 @@ void FileSlot::setState(FileUploaderState* state)
 
 QUrl FileSlot::file() const
 {
-    if (m_state == nullptr) {
+    if (m_state.isNull()) {
         return {};
     }
     switch (m_place) {
@@ -75,23 +89,25 @@ bool FileSlot::welcomes(const QList<QUrl>& items)
                        [](const QUrl& item) { return !fileUrlOf(item).isEmpty(); });
 }
 
-bool FileSlot::acceptDrop(const QList<QUrl>& items) const
+bool FileSlot::acceptDrop(const QList<QUrl>& items)
 {
     const auto first =
         std::find_if(items.begin(), items.end(), [](const QUrl& item) { return !fileUrlOf(item).isEmpty(); });
-    if (first == items.end()) {
+    if (first == items.end() || m_state.isNull()) {
         return false;
     }
-    QMetaObject::invokeMethod(
-        m_state, [state = m_state, place = m_place, item = *first] { store(*state, place, fileUrlOf(item)); },
-        Qt::QueuedConnection);
+    if (const QUrl file = fileUrlOf(*first); isUsable(file)) {
+        QMetaObject::invokeMethod(
+            m_state, [state = m_state, place = m_place, file] { store(*state, place, file); },
+            Qt::QueuedConnection);
+    }
     return true;
 }
 
 void FileSlot::choose(const QUrl& item)
 {
     const QUrl file = fileUrlOf(item);
-    if (file.isEmpty()) {
+    if (m_state.isNull() || file.isEmpty() || !isUsable(file)) {
         return; // a dialog may confirm without a choice, or with something that is on no disk of this machine
     }
     store(*m_state, m_place, file);
@@ -102,10 +118,39 @@ void FileSlot::choose(const QUrl& item)
 
 void FileSlot::clear()
 {
+    forgetProblem();
+    if (m_state.isNull()) {
+        return;
+    }
     store(*m_state, m_place, {});
     if (m_place == Place::SingleFile) {
-        m_state->setStatusMessage(QStringLiteral("Ready to upload"));
+        m_state->setStatusMessage(statusMessageOf(UploadState::Ready));
     }
+}
+
+QUrl FileSlot::startFolder()
+{
+    if (!lastFolder().isEmpty()) {
+        return lastFolder();
+    }
+    const QString videos = QStandardPaths::writableLocation(QStandardPaths::MoviesLocation);
+    return QUrl::fromLocalFile(QFileInfo(videos).isDir() ? videos : QDir::homePath());
+}
+
+void FileSlot::setProblem(const QString& problem)
+{
+    if (problem != m_problem) {
+        m_problem = problem;
+        Q_EMIT problemChanged();
+    }
+}
+
+bool FileSlot::isUsable(const QUrl& file)
+{
+    const bool readable = !hasUnreadableName(file);
+    setProblem(readable ? QString()
+                        : tr("The name of that file is not in UTF-8. Rename the file and try again."));
+    return readable;
 }
 
 } // namespace tessary::pickers

@@ -2,7 +2,10 @@
 
 #include "upload/FileUploaderState.h"
 
+#include <QList>
 #include <QObject>
+#include <QPointer>
+#include <QString>
 #include <QUrl>
 #include <QtQml/qqml.h>
 
@@ -21,6 +24,8 @@ class FileSlot : public QObject
     Q_PROPERTY(bool filled READ filled NOTIFY fileChanged)
     Q_PROPERTY(QString name READ name NOTIFY fileChanged)
     Q_PROPERTY(QString kind READ kind NOTIFY fileChanged)
+    /// Why the last file that was brought here was not taken, in words for a person; mostly empty.
+    Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
 
 public:
     enum class Place { SingleFile, LeftEye, RightEye };
@@ -44,17 +49,32 @@ public:
 
     /// Takes the first file of a drop; false when there is none. The file is stored in a later turn of the
     /// event loop, over whatever is there by then, and the status line is left alone.
-    Q_INVOKABLE bool acceptDrop(const QList<QUrl>& items) const;
+    Q_INVOKABLE bool acceptDrop(const QList<QUrl>& items);
 
     /// Takes the choice of the open dialog.
     Q_INVOKABLE void choose(const QUrl& item);
     Q_INVOKABLE void clear();
 
+    [[nodiscard]] QString problem() const { return m_problem; }
+
+    Q_INVOKABLE void forgetProblem() { setProblem({}); }
+
+    /// Where to start looking for a file: where the last one of this run came from, the person's videos, or
+    /// the home folder.
+    Q_INVOKABLE [[nodiscard]] static QUrl startFolder();
+
 Q_SIGNALS:
     void fileChanged();
+    void problemChanged();
 
 private:
-    FileUploaderState* m_state = nullptr;
+    void setProblem(const QString& problem);
+
+    /// Whether the file can be taken; says so when it cannot.
+    bool isUsable(const QUrl& file);
+
+    QPointer<FileUploaderState> m_state; ///< goes with its screen or with its last upload
+    QString m_problem;
     Place m_place = Place::SingleFile;
 };
 

@@ -1,43 +1,33 @@
 import QtQuick
 import QtQuick.Layouts
 import Tessary
+import Tessary.Look
 
 // The drop zone for the one file of an upload. Once it holds a file it only shows and clears it.
-Item {
+FileZone {
     id: picker
 
-    required property FileUploaderState uploader
-    readonly property bool filled: fileSlot.filled
+    readonly property bool filled: slot.filled
     readonly property string prompt: qsTr("Drop your file here or click to browse")
-    property bool isHovered: false
 
     objectName: "filePicker"
-    implicitWidth: fileSlot.filled ? selectedRow.implicitWidth + 2 * Look.padding : emptyZone.implicitWidth
-    implicitHeight: fileSlot.filled ? selectedRow.implicitHeight + 2 * Look.padding : 80
-
-    FileSlot {
-        id: fileSlot
-
-        state: picker.uploader
-        place: FileSlot.SingleFile
-    }
-
-    OpenFileDialog {
-        id: dialog
-
-        slot: fileSlot
-    }
+    implicitWidth: filled ? selectedRow.implicitWidth + 2 * Look.padding : emptyZone.implicitWidth
+    implicitHeight: filled ? selectedRow.implicitHeight + 2 * Look.padding : emptyZone.height
+    place: FileSlot.SingleFile
+    open: !filled
+    radius: 12
+    fill: Look.textBackgroundColor
 
     PlainButton {
         id: emptyZone
 
         width: Math.min(implicitWidth, picker.width)
         height: 80
-        visible: !fileSlot.filled
+        visible: !picker.filled
         padding: Look.padding
-        ringRadius: 12
+        ringRadius: picker.radius
         text: qsTr("Choose a file")
-        explanation: picker.prompt
+        explanation: picker.slot.problem || picker.prompt
         contentItem: RowLayout {
             spacing: Look.spacing
 
@@ -58,74 +48,46 @@ Item {
                 Accessible.ignored: true
             }
         }
-        background: Squircle {
-            radius: 12
-            fill: Look.textBackgroundColor
-            outline: picker.isHovered ? Look.systemBlueColor : Look.separatorColor
-            lineWidth: 2
-            dashes: picker.isHovered ? [] : Look.dashes
-        }
-        onClicked: dialog.open()
-
-        HoverHandler {
-            // The zone that gives way to a chosen file was not left.
-            onHoveredChanged: {
-                if (!fileSlot.filled)
-                    picker.isHovered = hovered;
-            }
-        }
-
-        FileDropArea {
-            anchors.fill: parent
-            slot: fileSlot
-            onHoverChanged: hovered => picker.isHovered = hovered
-        }
+        onClicked: picker.browse()
     }
 
-    Squircle {
+    RowLayout {
+        id: selectedRow
+
         anchors.fill: parent
-        visible: fileSlot.filled
-        radius: 12
-        fill: Look.textBackgroundColor
+        anchors.margins: Look.padding
+        visible: picker.filled
+        spacing: Look.spacing
 
-        RowLayout {
-            id: selectedRow
+        Symbol {
+            name: "doc.fill"
+            color: Look.systemBlueColor
+            fontSize: Look.bodySymbol
+        }
 
-            anchors.fill: parent
-            anchors.margins: Look.padding
-            spacing: Look.spacing
+        ColumnLayout {
+            spacing: Look.spacing / 2
 
-            Symbol {
-                name: "doc.fill"
-                color: Look.systemBlueColor
-                fontSize: Look.bodySymbol
+            ElidedText {
+                Layout.fillWidth: true
+                text: picker.slot.name
+                font: Look.headline
+                elide: Text.ElideMiddle
             }
 
-            ColumnLayout {
-                spacing: Look.spacing / 2
-
-                StyledText {
-                    Layout.fillWidth: true
-                    text: fileSlot.name
-                    font: Look.headline
-                    maximumLineCount: 1
-                    elide: Text.ElideMiddle
-                }
-
-                StyledText {
-                    Layout.fillWidth: true
-                    text: fileSlot.kind
-                    font: Look.caption
-                    color: Look.secondaryLabelColor
-                    elide: Text.ElideRight
-                }
+            StyledText {
+                Layout.fillWidth: true
+                text: picker.slot.kind
+                font: Look.caption
+                color: Look.secondaryLabelColor
+                elide: Text.ElideRight
             }
+        }
 
-            ClearButton {
-                Layout.margins: -4
-                slot: fileSlot
-                symbolColor: Look.tertiaryLabelColor
-            }
+        ClearButton {
+            Layout.margins: -overlap
+            slot: picker.slot
+            symbolColor: Look.tertiaryLabelColor
         }
     }
 }

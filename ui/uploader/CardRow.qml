@@ -1,13 +1,14 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
-// The two cards, equally wide, with a hairline between them.
+// The two cards, as equally wide as whole device pixels allow, with a hairline midway between them.
 Item {
     id: row
 
     required property FileUploaderState uploader
     readonly property real spacing: 5
-    readonly property real share: Math.floor((width - 2 * spacing - divider.width) / 2) // whole points stay crisp
+    readonly property real share: Look.snapped((width - divider.width) / 2 - spacing, Screen.devicePixelRatio)
 
     FormCard {
         x: Look.padding
@@ -20,6 +21,7 @@ Item {
     Rectangle {
         id: divider
 
+        objectName: "cardDivider"
         x: row.share + row.spacing
         y: 2 * Look.padding
         width: 1
@@ -28,9 +30,9 @@ Item {
     }
 
     LogCard {
-        x: row.width - row.share + Look.padding
+        x: divider.x + divider.width + row.spacing + Look.padding
         y: Look.padding
-        width: row.share - 2 * Look.padding
+        width: row.width - x - Look.padding
         height: row.height - 2 * Look.padding
         uploader: row.uploader
     }

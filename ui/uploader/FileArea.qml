@@ -1,24 +1,35 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
-// One picker, or one for each eye.
+// One picker, or one for each eye; one gives way to the other on the spring that everything below moves with.
 Item {
     id: area
 
     required property FileUploaderState uploader
     readonly property bool forEyes: uploader.takesTwoFiles
+    readonly property alias amount: spring.value ///< 0 for the one picker, 1 for the two
 
-    implicitHeight: forEyes ? eyes.implicitHeight : single.implicitHeight
-    onForEyesChanged: fade.restart()
+    objectName: "fileArea"
+    implicitHeight: single.implicitHeight + (eyes.implicitHeight - single.implicitHeight) * amount
 
-    EaseMotion {
-        id: fade
+    /// The first picker that holds no file; null when each holds one.
+    function firstEmpty(): Item {
+        const pickers = forEyes ? Array.from(eyes.item.children) : [single]; // qmllint disable
+        return pickers.find(picker => !picker.filled) ?? null;
+    }
 
-        target: area
-        property: "opacity"
-        from: 0
-        to: 1
-        seconds: 0.2
+    Shortcut {
+        sequence: "Ctrl+O"
+        enabled: area.enabled
+        onActivated: area.firstEmpty()?.browse() // qmllint disable
+    }
+
+    SpringValue {
+        id: spring
+
+        animated: Look.animations
+        goal: area.forEyes ? 1 : 0
     }
 
     SingleFilePickerView {
@@ -26,7 +37,9 @@ Item {
 
         width: filled ? area.width : Math.min(implicitWidth, area.width)
         height: implicitHeight
-        visible: !area.forEyes
+        visible: opacity > 0
+        enabled: !area.forEyes
+        opacity: 1 - area.amount
         uploader: area.uploader
     }
 
@@ -34,7 +47,9 @@ Item {
         id: eyes
 
         width: area.width
-        active: area.forEyes
+        active: area.forEyes || area.amount > 0
+        enabled: area.forEyes
+        opacity: area.amount
         // The loader makes this in the file's context, which the linter does not know.
         // qmllint disable unqualified
         sourceComponent: Column {

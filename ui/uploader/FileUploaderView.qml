@@ -1,17 +1,20 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
 // The main screen: the header over the form card and the log card, and the success overlay over all of it. It is
 // made with a state of its own, which an upload keeps alive when the screen goes.
 FocusScope {
     id: view
 
-    required property UploaderApp application
+    required property UploaderStateFactory uploaderStates
+    required property SessionManager sessionManager
+    required property AppManager appManager
 
     UploaderStateHolder {
         id: holder
 
-        application: view.application
+        factory: view.uploaderStates
     }
 
     Rectangle {
@@ -31,8 +34,8 @@ FocusScope {
 
                 width: parent.width
                 uploader: holder.state
-                sessionManager: view.application.sessionManager
-                appManager: view.application.appManager
+                sessionManager: view.sessionManager
+                appManager: view.appManager
             }
 
             CardRow {

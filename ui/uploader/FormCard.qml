@@ -1,11 +1,14 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
 // What is to be uploaded, and the button that uploads it. Disabled as a whole while that goes on.
 Item {
     id: card
 
     required property FileUploaderState uploader
+
+    objectName: "formCard"
 
     Card {
         anchors.fill: parent
@@ -54,5 +57,10 @@ Item {
                 uploader: card.uploader
             }
         }
+    }
+
+    SecondPressGuard {
+        anchors.fill: area
+        form: form
     }
 }

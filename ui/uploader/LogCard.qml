@@ -1,11 +1,14 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
 // How the upload is doing: the status row over the log, or over a note that the log is hidden.
 Item {
     id: card
 
     required property FileUploaderState uploader
+
+    objectName: "logCard"
 
     Card {
         anchors.fill: parent

@@ -1,5 +1,6 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
 // The whole log as one text. It takes a change of the log up once per frame and then follows its end; a log that is
 // announced but the same is left alone, with its selection and its place.
@@ -15,7 +16,10 @@ ScrollArea {
         shownLogs = uploader.logs;
         log.text = shownLogs;
     }
-    onVisibleChanged: noticeChange()
+    onVisibleChanged: {
+        if (visible)
+            takeUp(false); // the log follows its end at the next change
+    }
 
     function noticeChange() {
         // An announcement of what is shown already asks for no frame, and what cannot be seen waits until it can.
@@ -26,7 +30,7 @@ ScrollArea {
             Window.window.update();
     }
 
-    function takeUp() {
+    function takeUp(follow: bool) {
         stale = false;
         const logs = uploader.logs;
         if (logs === shownLogs)
@@ -37,7 +41,8 @@ ScrollArea {
         else
             log.text = logs;
         shownLogs = logs;
-        scrollToEnd();
+        if (follow)
+            scrollToEnd();
     }
 
     Connections {
@@ -50,7 +55,7 @@ ScrollArea {
 
     Connections {
         function onAfterAnimating() {
-            view.takeUp();
+            view.takeUp(true);
         }
 
         target: view.Window.window
@@ -98,6 +103,7 @@ ScrollArea {
     FocusRing {
         parent: view
         radius: 12
-        visible: log.activeFocus
+        inside: true
+        shown: log.activeFocus
     }
 }

@@ -1,29 +1,19 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tessary
+import Tessary.Look
 
-T.TextField {
+TextField {
     id: field
 
     required property FileUploaderState uploader
 
     objectName: "nameField"
-    implicitHeight: contentHeight + topPadding + bottomPadding
     padding: 10
     text: uploader.videoName
-    font: Look.body
     color: shortened.visible ? Look.transparent : Look.labelColor
-    selectionColor: Look.selectedTextBackgroundColor
-    selectedTextColor: Look.labelColor
-    selectByMouse: true
-    verticalAlignment: TextInput.AlignVCenter
+    fill: Look.textBackgroundColor
+    outline: Look.outlineColor
     Accessible.name: qsTr("Video Name")
-    background: Squircle {
-        radius: 8
-        fill: Look.textBackgroundColor
-        outline: Look.separatorColor
-        lineWidth: 1
-    }
     onTextEdited: uploader.videoName = text
 
     StyledText {
@@ -49,10 +39,5 @@ T.TextField {
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
         Accessible.ignored: true
-    }
-
-    FocusRing {
-        visible: field.activeFocus
-        radius: 10
     }
 }

@@ -1,14 +1,15 @@
 import QtQuick
 import QtQuick.Templates as T
-import Tessary
+import Tessary.Look
 
 // One of several options, of which one is selected. Pressing the selected one acts again.
 T.RadioButton {
     id: option
 
+    required property FocusScope group
     property bool selected: false
     property bool highlighted: false
-    property string tip
+    property alias tip: marks.tip
     property int wrapMode: Text.NoWrap
 
     topPadding: 8
@@ -16,16 +17,12 @@ T.RadioButton {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     hoverEnabled: true
+    activeFocusOnTab: activeFocus || (selected && !group.activeFocus)
+    z: visualFocus ? 2 : selected ? 1 : 0 // its ring and its outline lie over its neighbours
     checked: selected
     Accessible.description: enabled ? "" : qsTr("Not available now")
     onCheckedChanged: lookAgain.running = checked && !selected
-    Keys.onPressed: event => {
-        if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter)
-            return;
-        event.accepted = true;
-        if (!event.isAutoRepeat)
-            option.clicked();
-    }
+    Keys.onPressed: event => ReturnKey.handle(event, () => option.clicked())
 
     // A screen reader checks the option without a click. After a click it is selected by the time this looks.
     Timer {
@@ -38,18 +35,16 @@ T.RadioButton {
         }
     }
 
-    FocusRing {
-        visible: option.visualFocus
-    }
+    ControlStates {
+        id: marks
 
-    Tip {
-        text: option.tip
-        shown: option.hovered && option.tip !== ""
+        control: option
     }
 
     SpringValue {
         id: spring
 
+        animated: Look.animations
         goal: option.selected ? 1 : 0
     }
 
@@ -78,7 +73,7 @@ T.RadioButton {
         Squircle {
             anchors.fill: parent
             radius: 8
-            outline: Look.separatorColor
+            outline: Look.outlineColor
             lineWidth: 1
         }
 

@@ -5,6 +5,7 @@ OptionButton {
     id: option
 
     required property string modelData
+    required property int index
     required property FileUploaderState uploader
 
     objectName: "perspectiveOption:" + modelData

@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // Green and calm, or blue and pulsing.
 Rectangle {
@@ -8,26 +8,29 @@ Rectangle {
     required property bool busy
     readonly property real calmOpacity: 0.8
 
+    objectName: "stateDot"
     implicitWidth: 8
     implicitHeight: 8
     radius: 4
     antialiasing: true
     color: busy ? Look.systemBlueColor : Look.systemGreenColor
+    border.width: busy || Look.dark ? 0 : 1 // green alone is too light beside white
+    border.color: Look.secondaryLabelColor
     opacity: calmOpacity
     Accessible.ignored: true
 
-    // Up and down in 0.6 s each, for hours: in steps that the eye does not see, since an animation would draw sixty
-    // frames a second.
+    // Up and down in 0.6 s each, for hours: in steps along the curve that the eye does not see, since an animation would
+    // draw sixty frames a second.
     Timer {
         property int step
 
         interval: 100
         repeat: true
-        running: dot.busy
+        running: dot.busy && Look.animations
         onRunningChanged: step = 0
         onTriggered: {
             step = (step + 1) % 12;
-            dot.opacity = dot.calmOpacity + (1 - dot.calmOpacity) * (1 - Math.cos(step * Math.PI / 6)) / 2;
+            dot.opacity = dot.calmOpacity + (1 - dot.calmOpacity) * Look.eased(Math.min(step, 12 - step) / 6);
         }
     }
 
@@ -35,6 +38,6 @@ Rectangle {
         target: dot
         property: "opacity"
         to: dot.calmOpacity
-        running: !dot.busy
+        running: !dot.busy || !Look.animations
     }
 }

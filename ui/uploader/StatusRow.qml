@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Tessary
+import Tessary.Look
 
 RowLayout {
     id: row
@@ -13,16 +14,14 @@ RowLayout {
         busy: row.uploader.isUploading
     }
 
-    StyledText {
+    ElidedText {
         objectName: "statusLine"
         Layout.fillWidth: true
-        Layout.preferredHeight: Math.max(implicitHeight, cancel.implicitHeight)
+        Layout.preferredHeight: Math.max(implicitHeight, cancel.implicitHeight - 2 * cancel.overlap)
         text: row.uploader.statusMessage
         font: Look.subheadline
         color: Look.secondaryLabelColor
         verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
-        maximumLineCount: 1
     }
 
     UploadProgress {
@@ -30,19 +29,17 @@ RowLayout {
         progress: row.uploader.progress
     }
 
-    PlainButton {
+    SymbolButton {
         id: cancel
 
         objectName: "cancelUploadButton"
         visible: row.uploader.isUploading
-        leftPadding: 5
-        ringRadius: 8
+        Layout.margins: -overlap
+        Layout.leftMargin: 5 - overlap
         text: qsTr("Cancel upload")
-        contentItem: Symbol {
-            name: "xmark.circle.fill"
-            color: Look.systemRedColor
-            fontSize: Look.bodySymbol
-        }
+        tip: text
+        symbol: "xmark.circle.fill"
+        symbolColor: Look.systemRedColor
         onClicked: row.uploader.cancelUpload()
     }
 }

@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // The dimmed screen with the card that grows in and shrinks away.
 Item {
@@ -7,7 +7,8 @@ Item {
 
     required property bool shown
     property bool entered: false
-    readonly property alias amount: spring.value
+    readonly property real amount: spring.value * stay
+    property real stay: shown ? 1 : 0 ///< it comes on a spring and goes as the whole overlay does
 
     signal appeared
 
@@ -18,8 +19,13 @@ Item {
     SpringValue {
         id: spring
 
-        goal: notice.entered && notice.shown ? 1 : 0
+        animated: Look.animations
+        goal: notice.entered ? 1 : 0
         response: 0.6
+    }
+
+    Behavior on stay {
+        EaseMotion {}
     }
 
     Timer {
@@ -31,40 +37,21 @@ Item {
         }
     }
 
-    Rectangle {
+    Scrim {
         anchors.fill: parent
-        color: Look.faded(Look.black, 0.3)
     }
 
-    MouseArea {
-        anchors.fill: parent
-        enabled: notice.shown
-        hoverEnabled: true
-        acceptedButtons: Qt.AllButtons
-        onWheel: wheel => wheel.accepted = true
-    }
-
-    Item {
+    Panel {
         anchors.centerIn: parent
         width: content.width + 80
         height: content.height + 80
+        objectName: "successCard"
         scale: 0.8 + 0.2 * notice.amount
-
-        BlurredShadow {
-            anchors.fill: parent
-            radius: surface.radius
-            blur: 20
-            offset: Qt.point(0, 10)
-            color: Look.faded(Look.black, 0.3)
-        }
-
-        Squircle {
-            id: surface
-
-            anchors.fill: parent
-            radius: 20
-            fill: Look.faded(Look.noticeColor, 0.9)
-        }
+        radius: 20
+        fill: Look.faded(Look.noticeColor, 0.9)
+        blur: 20
+        offset: Qt.point(0, 10)
+        shadowColor: Look.faded(Look.black, 0.3)
 
         Column {
             id: content
@@ -80,13 +67,14 @@ Item {
                 radius: 40
                 antialiasing: true
                 color: Look.systemGreenColor
+                objectName: "successBadge"
                 scale: 0.5 + 0.5 * notice.amount
                 opacity: notice.amount
 
                 Symbol {
                     anchors.centerIn: parent
                     name: "checkmark"
-                    color: Look.white
+                    color: Look.alternateSelectedControlTextColor
                     fontSize: Look.badgeSymbol
                 }
             }

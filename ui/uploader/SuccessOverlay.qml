@@ -1,8 +1,9 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
 // Says for a moment, over the whole screen, that an upload is complete. It is there while it is shown and while it
-// fades; each time it comes up it asks for its end.
+// fades; each time it comes up it asks for its end. What was aimed at it when it went must not hit what lies beneath.
 Loader {
     id: overlay
 
@@ -11,14 +12,24 @@ Loader {
 
     opacity: shown ? 1 : 0
     visible: active
-    active: shown || opacity > 0
+    active: shown || opacity > 0 || goneNow.running
+    onShownChanged: {
+        if (!shown)
+            goneNow.restart();
+    }
     // The loader makes this in the file's context, which the linter does not know.
     // qmllint disable unqualified
     sourceComponent: SuccessNotice {
         shown: overlay.shown
-        onAppeared: overlay.uploader.successOverlayAppeared()
+        onAppeared: overlay.uploader.showSuccess()
     }
     // qmllint enable unqualified
+
+    Timer {
+        id: goneNow
+
+        interval: Look.reactionTime
+    }
 
     Behavior on opacity {
         EaseMotion {}

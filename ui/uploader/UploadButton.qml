@@ -1,5 +1,6 @@
 import QtQuick
 import Tessary
+import Tessary.Look
 
 PlainButton {
     id: button
@@ -18,26 +19,11 @@ PlainButton {
         text: button.text
         busy: button.uploader.isUploading
     }
-    background: Item {
-        BlurredShadow {
-            anchors.fill: parent
-            radius: button.ringRadius
-            blur: 5
-            offset: Qt.point(0, 3)
-            color: Look.faded(Look.shadowColor, 0.3)
-        }
-
-        Squircle {
-            anchors.fill: parent
-            radius: button.ringRadius
-            fill: button.uploader.isUploading ? Look.systemGrayColor : Look.systemBlueColor
-        }
-
-        Squircle {
-            anchors.fill: parent
-            visible: button.down
-            radius: button.ringRadius
-            fill: Look.faded(Look.black, 0.12)
-        }
+    background: Panel {
+        radius: button.ringRadius
+        fill: button.uploader.isUploading ? Look.systemGrayColor : Look.systemBlueColor
+        blur: 5
+        offset: Qt.point(0, 3)
+        shadowColor: Look.faded(Look.shadowColor, 0.3)
     }
 }

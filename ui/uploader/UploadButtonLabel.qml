@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // An arrow, or the sign that something goes on, before the text.
 Item {
@@ -35,7 +35,7 @@ Item {
                 anchors.centerIn: arrow
                 visible: label.busy
                 scale: 0.8
-                tint: Look.white
+                tint: Look.alternateSelectedControlTextColor
             }
         }
 

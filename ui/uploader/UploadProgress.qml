@@ -1,5 +1,5 @@
 import QtQuick
-import Tessary
+import Tessary.Look
 
 // How much is uploaded. The fill is as wide as `progress` says, also beyond the track; what is no number is nothing.
 Rectangle {
@@ -17,16 +17,23 @@ Rectangle {
     Accessible.role: Accessible.ProgressBar
     Accessible.name: qsTr("Upload progress: %1 %").arg(Math.round(value * 100))
 
-    Rectangle {
+    // Narrower than its own round ends, the fill shows what the track's end leaves of it.
+    Item {
         objectName: "progressFill"
         width: Math.max(0, Math.min(track.value * track.width, track.farthest))
-        height: 8
-        radius: 4
-        color: Look.systemBlueColor
+        height: track.height
+        clip: width < 2 * track.radius
+
+        Rectangle {
+            width: Math.max(parent.width, 2 * track.radius)
+            height: parent.height
+            radius: track.radius
+            color: Look.systemBlueColor
+        }
 
         Behavior on width {
             NumberAnimation {
-                duration: Look.standardSeconds * 1000
+                duration: Look.animations ? Look.standardSeconds * 1000 : 0
             }
         }
     }

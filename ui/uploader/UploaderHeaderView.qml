@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Tessary
+import Tessary.Look
 
 // The strip on top: whose library it is, and the way to change that; details shown or hidden.
 Rectangle {
@@ -34,17 +35,15 @@ Rectangle {
             Layout.fillWidth: true
         }
 
-        PlainButton {
+        SymbolButton {
             objectName: "detailsButton"
             padding: 8
             ringRadius: height / 2
             text: header.uploader.showDetails ? qsTr("Hide details") : qsTr("Show details")
             tip: text
-            contentItem: Symbol {
-                name: header.uploader.showDetails ? "eye.slash.fill" : "eye.fill"
-                color: Look.systemBlueColor
-                fontSize: Look.wideSymbol
-            }
+            symbol: header.uploader.showDetails ? "eye.slash.fill" : "eye.fill"
+            symbolColor: Look.systemBlueColor
+            symbolSize: Look.wideSymbol
             background: Rectangle {
                 radius: width / 2
                 color: Look.controlBackgroundColor

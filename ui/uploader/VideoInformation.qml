@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Tessary
+import Tessary.Look
 
 // The video's name, format and perspective.
 Column {
@@ -44,17 +45,19 @@ Column {
                 text: qsTr("File Format")
             }
 
-            Column {
+            OptionGroup {
+                id: formats
+
                 width: section.width
                 spacing: 8
-                Accessible.role: Accessible.Grouping
-                Accessible.name: qsTr("File Format")
+                label: qsTr("File Format")
 
                 Repeater {
                     model: section.uploader.formats
 
                     FormatOption {
                         width: section.width
+                        group: formats
                         uploader: section.uploader
                     }
                 }
@@ -76,16 +79,24 @@ Column {
                 text: qsTr("Perspective")
             }
 
-            Row {
+            OptionGroup {
+                id: perspectives
+
+                /// Equal shares as far as whole device pixels allow.
+                function edge(index: int): real {
+                    return Look.snapped(index * width / columns, Screen.devicePixelRatio);
+                }
+
                 width: section.width
-                Accessible.role: Accessible.Grouping
-                Accessible.name: qsTr("Perspective")
+                columns: 3
+                label: qsTr("Perspective")
 
                 Repeater {
                     model: section.uploader.perspectives
 
                     PerspectiveOption {
-                        width: section.width / 3
+                        width: perspectives.edge(index + 1) - perspectives.edge(index)
+                        group: perspectives
                         uploader: section.uploader
                     }
                 }

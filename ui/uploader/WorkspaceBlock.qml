@@ -1,6 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
-import Tessary
+import Tessary.Look
 
 // The workspace's name, as a button that leads to the screen for another key.
 PlainButton {
@@ -9,12 +9,14 @@ PlainButton {
     required property bool isHeaderHovered
     required property string workspaceName
     required property bool known
+    property bool cut: false ///< there is no room for all of the name
 
     objectName: "workspaceBlock"
     padding: Look.padding
     ringRadius: 12
     text: known ? workspaceName : qsTr("Loading...")
     explanation: qsTr("Change workspace")
+    tip: cut ? text : ""
     scale: isHeaderHovered ? 1.02 : 1
 
     Behavior on scale {
@@ -26,6 +28,7 @@ PlainButton {
     SpringValue {
         id: tilt
 
+        animated: Look.animations
         goal: block.isHeaderHovered ? 1 : 0
     }
 
@@ -47,6 +50,7 @@ PlainButton {
             opacity: block.known ? 1 : 0.8
             elide: Text.ElideRight
             maximumLineCount: 1
+            onTruncatedChanged: block.cut = truncated
             Accessible.ignored: true
         }
     }

@@ -1,0 +1,87 @@
+#include "desktop/PortalAppearance.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+
+#include <algorithm>
+
+namespace tessary::desktop {
+namespace {
+
+using Settings = QMap<QString, QVariantMap>;
+
+const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString appearance = QStringLiteral("org.freedesktop.appearance");
+const QString accessibility = QStringLiteral("org.gnome.desktop.a11y.interface");
+const QString interface = QStringLiteral("org.gnome.desktop.interface");
+
+/// In the portal's settings 0 is no preference; of the appearance, 2 is light.
+constexpr uint dark = 1;
+constexpr uint moreContrast = 1;
+
+} // namespace
+
+PortalAppearance::PortalAppearance(QDBusConnection bus, QObject* parent)
+    : QObject(parent), m_bus(std::move(bus))
+{
+    if (!m_bus.isConnected()) {
+        return;
+    }
+    qRegisterMetaType<QDBusVariant>(); // by its name, or the first one to connect would not be connected
+    m_bus.connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                  SLOT(takeSetting(QString, QString, QDBusVariant)));
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(portal, portalPath, settingsInterface, QStringLiteral("ReadAll"));
+    question.setArguments({QStringList{appearance, accessibility, interface}});
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusMessage answer = watcher->reply();
+        if (answer.type() == QDBusMessage::ReplyMessage &&
+            answer.signature() == QLatin1StringView("a{sa{sv}}")) {
+            m_settings = qdbus_cast<Settings>(answer.arguments().constFirst());
+            Q_EMIT changed();
+        }
+    });
+}
+
+bool PortalAppearance::prefersDark() const
+{
+    return m_settings[appearance].value(QStringLiteral("color-scheme")).toUInt() == dark;
+}
+
+bool PortalAppearance::highContrast() const
+{
+    return m_settings[appearance].value(QStringLiteral("contrast")).toUInt() == moreContrast ||
+           m_settings[accessibility].value(QStringLiteral("high-contrast")).toBool();
+}
+
+bool PortalAppearance::animations() const
+{
+    return m_settings[interface].value(QStringLiteral("enable-animations"), true) != QVariant(false);
+}
+
+double PortalAppearance::textScale() const
+{
+    constexpr double smallest = 0.5;
+    constexpr double largest = 3;
+    bool isNumber = false;
+    const double scale =
+        m_settings[interface].value(QStringLiteral("text-scaling-factor")).toDouble(&isNumber);
+    return isNumber && scale > 0 ? std::clamp(scale, smallest, largest) : 1; // also when it is not a number
+}
+
+void PortalAppearance::takeSetting(const QString& group, const QString& key, const QDBusVariant& value)
+{
+    if (group == appearance || group == accessibility || group == interface) {
+        m_settings[group][key] = value.variant();
+        Q_EMIT changed();
+    }
+}
+
+} // namespace tessary::desktop

@@ -1,0 +1,214 @@
+#include "desktop/PortalFileChooser.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
+#include <QDir>
+#include <QGuiApplication>
+#include <QJsonArray>
+#include <QPluginLoader>
+#include <QUuid>
+#include <QWindow>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+
+namespace tessary::desktop {
+namespace {
+
+const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString fileChooser = QStringLiteral("org.freedesktop.portal.FileChooser");
+const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
+
+/// People wait no longer than 2 s for a dialog; what is left is for the other one to come up.
+constexpr std::chrono::milliseconds patience{1500};
+
+QDBusMessage call(const QString& path, const QString& interface, const QString& method,
+                  const QVariantList& arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(portal, path, interface, method);
+    message.setArguments(arguments);
+    return message;
+}
+
+/// The platform theme that the toolkit takes on this desktop; empty for none of its own.
+QString themeOfDesktop()
+{
+    static const std::array<QString, 7> gtk{QStringLiteral("GNOME"),    QStringLiteral("X-CINNAMON"),
+                                            QStringLiteral("PANTHEON"), QStringLiteral("UNITY"),
+                                            QStringLiteral("MATE"),     QStringLiteral("XFCE"),
+                                            QStringLiteral("LXDE")};
+    const QString names = qEnvironmentVariable("XDG_CURRENT_DESKTOP").toUpper();
+    for (const QString& name : names.split(u':', Qt::SkipEmptyParts)) {
+        if (name == QLatin1StringView("KDE")) {
+            return QStringLiteral("kde");
+        }
+        if (std::find(gtk.begin(), gtk.end(), name) != gtk.end()) {
+            return QStringLiteral("gtk3");
+        }
+    }
+    return {};
+}
+
+bool isInstalled(const QString& theme)
+{
+    for (const QString& path : QCoreApplication::libraryPaths()) {
+        const QDir folder(path + QStringLiteral("/platformthemes"));
+        for (const QString& file : folder.entryList(QDir::Files)) {
+            const QJsonObject description = QPluginLoader(folder.filePath(file)).metaData();
+            const QJsonArray keys = description.value(QLatin1StringView("MetaData"))
+                                        .toObject()
+                                        .value(QLatin1StringView("Keys"))
+                                        .toArray();
+            if (keys.contains(theme)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+/// How portals name a window that their dialog belongs to. There is no such name on Wayland without a
+/// protocol of its own.
+QString portalNameOf(const QWindow* window)
+{
+    return window != nullptr && QGuiApplication::platformName() == QLatin1StringView("xcb")
+               ? QStringLiteral("x11:") + QString::number(window->winId(), 16)
+               : QString();
+}
+
+} // namespace
+
+PortalFileChooser::PortalFileChooser(QDBusConnection bus, QObject* parent)
+    : QObject(parent),
+      m_bus(std::move(bus)),
+      m_portal(portal, m_bus, QDBusServiceWatcher::WatchForUnregistration)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(patience);
+    connect(&m_timer, &QTimer::timeout, this, &PortalFileChooser::giveUp);
+    connect(&m_portal, &QDBusServiceWatcher::serviceUnregistered, this, [this] {
+        if (!m_request.isEmpty()) {
+            reset();
+            Q_EMIT dismissed();
+        }
+    });
+}
+
+PortalFileChooser::~PortalFileChooser()
+{
+    if (!m_request.isEmpty()) {
+        m_bus.call(call(m_request, requestInterface, QStringLiteral("Close"), {}), QDBus::NoBlock);
+    }
+}
+
+bool PortalFileChooser::isWanted()
+{
+    return qEnvironmentVariableIsEmpty("QT_QPA_PLATFORMTHEME") && !isInstalled(themeOfDesktop());
+}
+
+void PortalFileChooser::open(const QWindow* window, const QString& title)
+{
+    if (isOpen()) {
+        return;
+    }
+    m_window = portalNameOf(window);
+    m_title = title;
+    m_timer.start();
+    ask(call(portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+             {fileChooser, QStringLiteral("version")}),
+        &PortalFileChooser::takeVersion);
+}
+
+void PortalFileChooser::ask(const QDBusMessage& question, Answered answered)
+{
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answered, round = m_round] {
+        watcher->deleteLater();
+        const QDBusMessage answer = watcher->reply();
+        const QVariant value = answer.arguments().value(0);
+        if (round != m_round) { // what was opened too late is not wanted any more
+            const QString request = value.value<QDBusObjectPath>().path();
+            if (!request.isEmpty()) {
+                m_bus.call(call(request, requestInterface, QStringLiteral("Close"), {}), QDBus::NoBlock);
+            }
+            return;
+        }
+        if (answer.type() == QDBusMessage::ReplyMessage) {
+            (this->*answered)(value);
+        } else {
+            giveUp();
+        }
+    });
+}
+
+void PortalFileChooser::takeVersion(const QVariant& version)
+{
+    if (version.value<QDBusVariant>().variant().toUInt() == 0) {
+        giveUp();
+        return;
+    }
+    const QString token = QStringLiteral("tessary") + QUuid::createUuid().toString(QUuid::Id128);
+    // The answer may come before that of the call, so it is listened for where it will be announced.
+    const QString sender = m_bus.baseService().mid(1).replace(u'.', u'_');
+    listen(portalPath + QStringLiteral("/request/") + sender + u'/' + token);
+    const QVariantMap options{{QStringLiteral("handle_token"), token}, {QStringLiteral("modal"), true}};
+    ask(call(portalPath, fileChooser, QStringLiteral("OpenFile"), {m_window, m_title, options}),
+        &PortalFileChooser::takeRequest);
+}
+
+void PortalFileChooser::takeRequest(const QVariant& request)
+{
+    const QString path = request.value<QDBusObjectPath>().path();
+    if (path.isEmpty()) {
+        giveUp();
+        return;
+    }
+    m_timer.stop();
+    if (path != m_request) { // portals before version 0.9 name it themselves
+        listen(path);
+    }
+}
+
+void PortalFileChooser::listen(const QString& request)
+{
+    m_bus.disconnect(portal, m_request, requestInterface, QStringLiteral("Response"), this,
+                     SLOT(takeResponse(uint, QVariantMap)));
+    m_request = request;
+    m_bus.connect(portal, m_request, requestInterface, QStringLiteral("Response"), this,
+                  SLOT(takeResponse(uint, QVariantMap)));
+}
+
+void PortalFileChooser::takeResponse(uint response, const QVariantMap& results)
+{
+    reset();
+    constexpr uint confirmed = 0;
+    const QStringList files = results.value(QStringLiteral("uris")).toStringList();
+    if (response == confirmed && !files.isEmpty()) {
+        Q_EMIT chosen(QUrl::fromEncoded(files.constFirst().toUtf8()));
+    } else {
+        Q_EMIT dismissed();
+    }
+}
+
+void PortalFileChooser::giveUp()
+{
+    reset();
+    Q_EMIT unavailable();
+}
+
+void PortalFileChooser::reset()
+{
+    ++m_round;
+    m_timer.stop();
+    if (!m_request.isEmpty()) {
+        m_bus.disconnect(portal, m_request, requestInterface, QStringLiteral("Response"), this,
+                         SLOT(takeResponse(uint, QVariantMap)));
+        m_request.clear();
+    }
+}
+
+} // namespace tessary::desktop

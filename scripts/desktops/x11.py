@@ -1,0 +1,90 @@
+"""X11 with the openbox window manager, the pcmanfm file manager and the Orca screen reader: everything by xdotool."""
+
+import os
+import re
+import time
+from pathlib import Path
+
+import accessible
+from accessible import SCREEN, comes, wait_for
+from desktop import PICTURES, Desktop, active_window, program
+
+
+ORCA = PICTURES / "orca.out"
+SPEECH = """AudioOutputMethod "alsa"
+AddModule "silence" "sd_generic" "silence.conf"
+DefaultModule silence
+"""
+VOICE = """GenericExecuteSynth "true"
+AddVoice "en" "MALE1" "none"
+"""
+
+
+class Session(Desktop):
+    current = "openbox"
+    dialog_owner = "xdg-desktop-portal-gtk"
+
+    def start(self):
+        reading, writing = os.pipe()
+        os.set_inheritable(writing, True)
+        self.spawn("Xvfb", "-displayfd", str(writing), "-screen", "0", "{}x{}x24".format(*self.size),
+                   inherited=[writing])
+        os.close(writing)
+        self.announce(DISPLAY=":" + os.read(reading, 16).decode().strip(), XDG_SESSION_TYPE="x11")
+        self.spawn("openbox")
+        wait_for("window manager", lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+
+    def start_reader(self):
+        # There is no sound device: the speech server is given a voice that is silent.
+        settings = Path.home() / ".config" / "speech-dispatcher"
+        (settings / "modules").mkdir(parents=True)
+        (settings / "speechd.conf").write_text(SPEECH)
+        (settings / "modules" / "silence.conf").write_text(VOICE)
+        (Path.home() / ".asoundrc").write_text("pcm.!default { type null }\n")
+        self.spawn("orca", "--debug-file", str(ORCA))
+        wait_for("screen reader", self.speech, 60)
+
+    def keys(self, *combinations):
+        self.run("xdotool", "key", "--delay", "50", *combinations)
+
+    def type(self, text):
+        self.run("xdotool", "type", "--delay", "20", text)
+
+    def click(self, node):
+        x, y = node.centre(SCREEN)
+        self.run("xdotool", "mousemove", str(x), str(y), "click", "1")
+
+    def origin(self):
+        x, y, _, _ = active_window().extents(SCREEN)
+        return x, y
+
+    def drag(self, path, node):
+        self.spawn("pcmanfm", str(path.parent), GTK_MODULES="gail:atk-bridge")
+        manager = wait_for("file manager", lambda: self.run("xdotool", "search", "--onlyvisible", "--class", "pcmanfm",
+                                                            check=False))
+        self.run("xdotool", "windowsize", manager.split()[0], "600", "300")
+        self.run("xdotool", "windowmove", manager.split()[0], "900", "20")
+        icon = wait_for("icon in the file manager", self.icon)
+        x, y = node.centre(SCREEN)
+        from_x, from_y = icon.centre(SCREEN)
+        self.run("xdotool", "mousemove", str(from_x), str(from_y), "mousedown", "1")
+        for step in range(1, 21):
+            self.run("xdotool", "mousemove", str(from_x + (x - from_x) * step // 20),
+                     str(from_y + (y - from_y) * step // 20))
+            time.sleep(0.03)  # a hand is no faster
+        self.run("xdotool", "mouseup", "1")
+        comes(lambda: program().find(path.name))  # the file manager is asked for its address yet
+        self.run("xdotool", "windowclose", manager.split()[0])
+
+    def icon(self):
+        """That of the one file in the folder."""
+        for each in accessible.programs():
+            if each.name() == "pcmanfm":
+                return each.find(role="icon")
+        return None
+
+    def speech(self):
+        return re.findall(r"SPEECH OUTPUT: '(.*?)'", ORCA.read_text(errors="replace")) if ORCA.exists() else []
+
+    def take_picture(self, path):
+        self.run("import", "-window", "root", str(path))

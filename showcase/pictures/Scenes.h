@@ -1,0 +1,23 @@
+#pragma once
+
+#include "testkit/ProgramFixture.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace tessary::pictures {
+
+/// One state of the program, as a picture shows it.
+struct Scene
+{
+    QString name;
+    std::function<void(testkit::ProgramFixture&)> show;
+    int settlingTime = 1300; ///< in milliseconds, for its animations
+};
+
+/// Every screen and state, in the order in which people meet them.
+[[nodiscard]] std::vector<Scene> scenes();
+
+} // namespace tessary::pictures

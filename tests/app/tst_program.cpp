@@ -1,0 +1,195 @@
+#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
+
+#include "testkit/ProgramFixture.h"
+
+#include <QGuiApplication>
+#include <QPlatformSurfaceEvent>
+#include <QProcess>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+
+using namespace tessary;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Notes how large each window is when the desktop first hears of it.
+class FirstSizes : public QObject
+{
+public:
+    FirstSizes() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const auto* window = qobject_cast<QQuickWindow*>(watched);
+        if (window != nullptr && event->type() == QEvent::PlatformSurface &&
+            static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() ==
+                QPlatformSurfaceEvent::SurfaceCreated) {
+            sizes.insert(window, window->size());
+        }
+        return false;
+    }
+
+    QHash<const QQuickWindow*, QSize> sizes;
+};
+
+} // namespace
+
+class ProgramTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsUpToItsLoginScreen();
+    void shortcutsWorkWhereverTheFocusIs_data();
+    void shortcutsWorkWhereverTheFocusIs();
+    void quitQuestionTakesBothAnswers();
+    void voidQuestionSwallowsWhatWasAimedAtIt_data();
+    void voidQuestionSwallowsWhatWasAimedAtIt();
+    void windowIsShownInItsSizeWithTheWholeForm();
+};
+
+void ProgramTest::startsUpToItsLoginScreen()
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_LOGGING_RULES", "qt.quick.focus.debug=true");
+    program.setProcessEnvironment(environment);
+    QByteArray said;
+    connect(&program, &QProcess::readyReadStandardError, this,
+            [&] { said += program.readAllStandardError(); });
+    program.start(TESSARY_PROGRAM, QStringList());
+    // The field for the key has the keyboard when the screen has come in.
+    QTRY_VERIFY2_WITH_TIMEOUT(said.contains("\"keyField\"") || program.state() == QProcess::NotRunning, said,
+                              60'000);
+    QVERIFY2(program.state() == QProcess::Running, said);
+    program.terminate();
+    QTRY_COMPARE(program.state(), QProcess::NotRunning);
+}
+
+void ProgramTest::shortcutsWorkWhereverTheFocusIs_data()
+{
+    QTest::addColumn<bool>("signedIn");
+    QTest::addColumn<bool>("changesKey");
+    QTest::addColumn<QString>("focus"); // what has it; nothing when empty
+    QTest::newRow("login") << false << false << u"keyField"_s;
+    QTest::newRow("change key") << true << true << u"keyField"_s;
+    QTest::newRow("name") << true << false << u"nameField"_s;
+    QTest::newRow("log") << true << false << u"logText"_s;
+    QTest::newRow("option") << true << false << u"formatOption:2D"_s;
+    QTest::newRow("nothing") << true << false << QString();
+}
+
+void ProgramTest::shortcutsWorkWhereverTheFocusIs()
+{
+    QFETCH(bool, signedIn);
+    QFETCH(bool, changesKey);
+    QFETCH(QString, focus);
+    testkit::ProgramFixture fixture;
+    if (signedIn) {
+        fixture.session().setApiKey(u"key"_s);
+    }
+    fixture.application().appManager()->setEditingAPIKey(changesKey);
+    if (!focus.isEmpty()) {
+        QVERIFY(fixture.driver().click(focus));
+        QTRY_COMPARE(fixture.focused(), focus);
+    }
+    auto underWay = fixture.application().uploadActivity()->beginRegistration(); // or it would quit
+    fixture.press(Qt::Key_Q, Qt::ControlModifier);
+    QTRY_VERIFY(fixture.item("quitQuestion") != nullptr);
+    QVERIFY(fixture.click("declineButton"));
+    QTRY_VERIFY(fixture.item("quitQuestion") == nullptr);
+    QTRY_COMPARE(fixture.focused(), focus);
+    fixture.press(Qt::Key_N, Qt::ControlModifier);
+    QTRY_COMPARE(fixture.program().windowCount(), 2);
+    fixture.press(Qt::Key_W, Qt::ControlModifier);
+    QTRY_COMPARE(fixture.program().windowCount(), 1);
+}
+
+void ProgramTest::quitQuestionTakesBothAnswers()
+{
+    testkit::ProgramFixture fixture;
+    QVERIFY(fixture.showUploader());
+    std::stop_source stop;
+    auto upload = fixture.application().uploadActivity()->beginUpload(stop);
+    fixture.press(Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(fixture.click("declineButton"));
+    QTRY_VERIFY(fixture.item("quitQuestion") == nullptr);
+    QCOMPARE(fixture.program().windowCount(), 1);
+    QVERIFY(!stop.stop_requested());
+
+    QVERIFY(!fixture.window().close()); // the last window asks, too
+    bool ended = false;
+    connect(fixture.application().uploadActivity(), &UploadActivity::ended, this, [&] { ended = true; });
+    QTimer::singleShot(0, &fixture.program(), [&] {
+        QVERIFY(fixture.click("confirmButton"));
+        QCOMPARE(fixture.program().windowCount(), 0);
+        QVERIFY(stop.stop_requested());
+        QVERIFY(!ended); // the tool is waited for
+        upload.reset();
+    });
+    QCOMPARE(QCoreApplication::exec(), 0);
+    QVERIFY(ended);
+}
+
+void ProgramTest::voidQuestionSwallowsWhatWasAimedAtIt_data()
+{
+    QTest::addColumn<bool>("pressedBefore"); // it went away
+    QTest::newRow("pressed before, let go after") << true;
+    QTest::newRow("pressed just after") << false;
+}
+
+void ProgramTest::voidQuestionSwallowsWhatWasAimedAtIt()
+{
+    QFETCH(bool, pressedBefore);
+    testkit::ProgramFixture fixture;
+    QVERIFY(fixture.showUploader());
+    auto upload = fixture.application().uploadActivity()->beginRegistration();
+    fixture.press(Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(fixture.driver().ready("confirmButton"));
+    const QPoint place(fixture.centreOf("confirmButton").x(), fixture.centreOf("formatOption:Separate").y());
+    const auto press = [&] { QTest::mousePress(&fixture.window(), Qt::LeftButton, {}, place); };
+    if (pressedBefore) {
+        press();
+        upload.reset();
+    } else {
+        upload.reset();
+        press();
+    }
+    QTest::mouseRelease(&fixture.window(), Qt::LeftButton, {}, place);
+    QTRY_VERIFY(fixture.item("quitQuestion") == nullptr);
+    QCOMPARE(fixture.state().selectedFileFormat(), u"Stereoscopic Left/Right"_s);
+    QCOMPARE(fixture.program().windowCount(), 1);
+    QTest::mouseClick(&fixture.window(), Qt::LeftButton, {}, place); // where there was something to hit
+    QCOMPARE(fixture.state().selectedFileFormat(), u"Separate"_s);
+}
+
+void ProgramTest::windowIsShownInItsSizeWithTheWholeForm()
+{
+    QVERIFY(QGuiApplication::primaryScreen()->availableSize().height() >= 1000);
+    const FirstSizes first;
+    testkit::ProgramFixture fixture;
+    QVERIFY(fixture.showUploader());
+    QCOMPARE(first.sizes.value(&fixture.window()), fixture.window().size());
+    QVERIFY(fixture.click("formatOption:Separate"));
+    QVERIFY(fixture.driver().ready("rightEyePicker"));
+    const QQuickItem* area = fixture.item("uploadButton");
+    while (!area->property("lastY").isValid()) {
+        area = area->parentItem();
+    }
+    QCOMPARE(area->property("lastY").toDouble(), 0.0); // nothing to scroll
+}
+
+int main(int argc, char** argv)
+{
+    // A screen with room; the usual one of this platform has not.
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" TESSARY_SOURCES "/tests/app/large-screen.json");
+    const QGuiApplication application(argc, argv);
+    ProgramTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_program.moc"

@@ -1,0 +1,186 @@
+#include "desktop/PortalAppearance.h"
+#include "desktop/SuspendInhibitor.h"
+#include "tests/support/FakeService.h"
+
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusPendingCall>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace tessary::desktop;
+using namespace tessary::testing;
+
+class DesktopTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void initTestCase() { QVERIFY2(m_bus.isConnected(), "This test wants a session bus."); }
+
+    void keepsTheSessionAwake_data();
+    void keepsTheSessionAwake();
+    void releasesWhatIsGrantedTooLate();
+    void isSilentWhereNobodyOffersIt();
+    void followsTheAppearance_data();
+    void followsTheAppearance();
+
+private:
+    /// Until what was sent to the desktop before has been answered.
+    void settle();
+
+    QDBusConnection m_bus = QDBusConnection::sessionBus();
+    QDBusConnection m_desktop =
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("desktop"));
+};
+
+void DesktopTest::settle()
+{
+    const QDBusPendingCall ping = m_bus.asyncCall(QDBusMessage::createMethodCall(
+        m_desktop.baseService(), QStringLiteral("/"), QStringLiteral("test.Settling"), settling));
+    QTRY_VERIFY(ping.isFinished());
+}
+
+void DesktopTest::keepsTheSessionAwake_data()
+{
+    QTest::addColumn<QStringList>("offered"); // the names that answer
+    QTest::addColumn<QString>("asked");
+    QTest::addColumn<QString>("released");
+    const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
+    const QString manager = QStringLiteral("org.gnome.SessionManager");
+    const QString power = QStringLiteral("org.freedesktop.PowerManagement");
+    QTest::newRow("the portal comes first")
+        << QStringList{portal, manager, power} << QStringLiteral("Inhibit /org/freedesktop/portal/desktop")
+        << QStringLiteral("Close /request/1");
+    QTest::newRow("then the session manager")
+        << QStringList{manager, power} << QStringLiteral("Inhibit /org/gnome/SessionManager")
+        << QStringLiteral("Uninhibit /org/gnome/SessionManager");
+    QTest::newRow("then power management")
+        << QStringList{power} << QStringLiteral("Inhibit /org/freedesktop/PowerManagement/Inhibit")
+        << QStringLiteral("UnInhibit /org/freedesktop/PowerManagement/Inhibit");
+}
+
+void DesktopTest::keepsTheSessionAwake()
+{
+    QFETCH(QStringList, offered);
+    QFETCH(QString, asked);
+    QFETCH(QString, released);
+    const bool byPortal = offered.contains(QStringLiteral("org.freedesktop.portal.Desktop"));
+    FakeService desktop(m_desktop, offered,
+                        byPortal ? QVariant::fromValue(QDBusObjectPath(QStringLiteral("/request/1")))
+                                 : QVariant(5U));
+    SuspendInhibitor inhibitor(m_bus);
+    inhibitor.setWanted(true);
+    inhibitor.setWanted(true);
+    settle(); // once for each that may be asked
+    settle();
+    settle();
+    QCOMPARE(desktop.calls, QStringList{asked});
+    if (byPortal) {
+        QCOMPARE(desktop.arguments.at(1).toUInt(), 4U);
+        const auto options = qdbus_cast<QVariantMap>(desktop.arguments.at(2));
+        QCOMPARE(options.value(QStringLiteral("reason")).toString(),
+                 QStringLiteral("A video is being uploaded"));
+    } else {
+        QVERIFY(desktop.arguments.contains(QStringLiteral("Tessary Uploader")));
+        QVERIFY(desktop.arguments.contains(QStringLiteral("A video is being uploaded")));
+    }
+    inhibitor.setWanted(false);
+    settle();
+    QCOMPARE(desktop.calls, (QStringList{asked, released}));
+    QCOMPARE(desktop.arguments, byPortal ? QVariantList() : QVariantList{5U});
+    inhibitor.setWanted(true);
+    settle();
+    settle();
+    settle();
+    QCOMPARE(desktop.calls.mid(2), QStringList{asked});
+}
+
+void DesktopTest::releasesWhatIsGrantedTooLate()
+{
+    FakeService portal(m_desktop, {QStringLiteral("org.freedesktop.portal.Desktop")},
+                       QVariant::fromValue(QDBusObjectPath(QStringLiteral("/request/2"))));
+    SuspendInhibitor inhibitor(m_bus);
+    inhibitor.setWanted(true);
+    inhibitor.setWanted(false); // over before the question has gone out
+    settle();
+    settle(); // the release goes out when the answer has come in
+    QCOMPARE(portal.calls.size(), 2);
+    QCOMPARE(portal.calls.last(), QStringLiteral("Close /request/2"));
+}
+
+void DesktopTest::isSilentWhereNobodyOffersIt()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
+    SuspendInhibitor inhibitor(m_bus);
+    inhibitor.setWanted(true);
+    for (int asked = 0; asked < 3; ++asked) {
+        settle();
+    }
+    inhibitor.setWanted(false);
+    settle();
+}
+
+void DesktopTest::followsTheAppearance_data()
+{
+    const QString portal = QStringLiteral("org.freedesktop.appearance");
+    const QString gnome = QStringLiteral("org.gnome.desktop.interface");
+    QTest::addColumn<QString>("group");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QString>("expected"); // dark, contrast, animations, text
+    const auto row = [](const char* name, const QString& group, const char* key, const QVariant& value,
+                        const char* expected) {
+        QTest::newRow(name) << group << QString::fromLatin1(key) << value << QString::fromLatin1(expected);
+    };
+    row("dark", portal, "color-scheme", 1U, "1 0 1 1");
+    row("light", portal, "color-scheme", 2U, "0 0 1 1");
+    row("contrast", portal, "contrast", 1U, "0 1 1 1");
+    row("contrast of old", QStringLiteral("org.gnome.desktop.a11y.interface"), "high-contrast", true,
+        "0 1 1 1");
+    row("still", gnome, "enable-animations", false, "0 0 0 1");
+    row("large", gnome, "text-scaling-factor", 1.5, "0 0 1 1.5");
+    row("far too large", gnome, "text-scaling-factor", 1e9, "0 0 1 3");
+    row("far too small", gnome, "text-scaling-factor", 1e-9, "0 0 1 0.5");
+    row("negative", gnome, "text-scaling-factor", -2.0, "0 0 1 1");
+    row("no number", gnome, "text-scaling-factor", qQNaN(), "0 0 1 1");
+    row("no value of the kind", gnome, "text-scaling-factor", QVariantList{2}, "0 0 1 1");
+    row("another group", QStringLiteral("test"), "color-scheme", 1U, "0 0 1 1");
+}
+
+void DesktopTest::followsTheAppearance()
+{
+    QFETCH(QString, group);
+    QFETCH(QString, key);
+    QFETCH(QVariant, value);
+    QFETCH(QString, expected);
+    using Settings = QMap<QString, QVariantMap>;
+    qDBusRegisterMetaType<Settings>();
+    const auto said = [](const PortalAppearance& appearance) {
+        return QStringLiteral("%1 %2 %3 %4")
+            .arg(appearance.prefersDark())
+            .arg(appearance.highContrast())
+            .arg(appearance.animations())
+            .arg(appearance.textScale());
+    };
+    const QStringList names{QStringLiteral("org.freedesktop.portal.Desktop")};
+    {
+        const FakeService portal(m_desktop, names, QVariant::fromValue(Settings{{group, {{key, value}}}}));
+        const PortalAppearance asked(m_bus);
+        QCOMPARE(said(asked), QStringLiteral("0 0 1 1"));
+        settle();
+        QCOMPARE(said(asked), expected);
+    }
+    FakeService portal(m_desktop, names, QStringLiteral("not what was asked for"));
+    const PortalAppearance told(m_bus);
+    settle();
+    QCOMPARE(said(told), QStringLiteral("0 0 1 1"));
+    portal.announce(group, key, value);
+    settle();
+    QCOMPARE(said(told), expected);
+}
+
+QTEST_GUILESS_MAIN(DesktopTest)
+#include "tst_services.moc"

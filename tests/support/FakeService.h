@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <utility>
+
+namespace tessary::testing {
+
+/// A call that is answered in its turn and not noted.
+inline const QString settling = QStringLiteral("Settle");
+
+/// A session service of those names that notes what it is called for.
+class FakeService : public QDBusVirtualObject
+{
+public:
+    FakeService(QDBusConnection bus, QStringList names, QVariant answer)
+        : m_bus(std::move(bus)), m_names(std::move(names)), m_answer(std::move(answer))
+    {
+        m_bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+        for (const QString& name : m_names) {
+            m_bus.registerService(name);
+        }
+    }
+
+    ~FakeService() override
+    {
+        for (const QString& name : m_names) {
+            m_bus.unregisterService(name);
+        }
+        m_bus.unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+    }
+
+    Q_DISABLE_COPY_MOVE(FakeService)
+
+    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override
+    {
+        if (message.member() != settling) {
+            calls.append(message.member() + u' ' + message.path());
+            arguments = message.arguments();
+        }
+        bus.send(message.createReply(m_answer));
+        return true;
+    }
+
+    /// As the portal tells of a setting that changes.
+    void announce(const QString& group, const QString& key, const QVariant& value)
+    {
+        QDBusMessage change = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+                                                         QStringLiteral("org.freedesktop.portal.Settings"),
+                                                         QStringLiteral("SettingChanged"));
+        change.setArguments({group, key, QVariant::fromValue(QDBusVariant(value))});
+        m_bus.send(change);
+    }
+
+    QStringList calls;
+    QVariantList arguments;
+
+private:
+    QDBusConnection m_bus;
+    QStringList m_names;
+    QVariant m_answer;
+};
+
+} // namespace tessary::testing

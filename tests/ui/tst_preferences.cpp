@@ -1,0 +1,163 @@
+#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
+
+#include "testkit/ProgramFixture.h"
+#include "tests/support/FakeService.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+
+using namespace tessary;
+
+class PreferencesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void cleanup()
+    {
+        m_fixture.reset();
+        m_portal.reset();
+    }
+
+    void colorsFollowTheDesktop();
+    void highContrastStandsOut_data();
+    void highContrastStandsOut();
+    void nothingMovesWithoutAnimations();
+    void textGrowsWithTheDesktops();
+
+private:
+    /// The desktop changes a setting; waits until the program has noticed it.
+    void change(const QString& group, const QString& key, const QVariant& value);
+
+    /// The engine's object of that type of the look's module.
+    [[nodiscard]] QObject& look(const QByteArray& type = "Look") const
+    {
+        QQmlComponent component(qmlEngine(m_fixture->item("nameField")));
+        component.setData(
+            "import QtQml; import Tessary.Look; QtObject { property QtObject it: " + type + " }", {});
+        const std::unique_ptr<QObject> holder(component.create());
+        return *holder->property("it").value<QObject*>();
+    }
+
+    [[nodiscard]] FileUploaderState& state() const { return m_fixture->state(); }
+
+    QDBusConnection m_desktop = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "desktop");
+    std::unique_ptr<testing::FakeService> m_portal;
+    std::unique_ptr<testkit::ProgramFixture> m_fixture;
+};
+
+void PreferencesTest::init()
+{
+    m_portal = std::make_unique<testing::FakeService>(
+        m_desktop, QStringList("org.freedesktop.portal.Desktop"), "not what was asked for");
+    m_fixture = std::make_unique<testkit::ProgramFixture>();
+    QVERIFY(m_fixture->showUploader());
+}
+
+void PreferencesTest::colorsFollowTheDesktop()
+{
+    const QPalette before = QGuiApplication::palette();
+    const auto header = [this] { return m_fixture->window().grabWindow().pixelColor(450, 4); };
+    QGuiApplication::setPalette(QPalette(Qt::white));
+    QTRY_COMPARE(header(), QColor(Qt::white));
+    QGuiApplication::setPalette(QPalette(Qt::black));
+    QTRY_COMPARE(header(), QColor(0x1e, 0x1e, 0x1e));
+    QGuiApplication::setPalette(before);
+}
+
+void PreferencesTest::change(const QString& group, const QString& key, const QVariant& value)
+{
+    QSignalSpy noticed(&look("DesktopTheme"), SIGNAL(animationsChanged()));
+    m_portal->announce(group, key, value);
+    QTRY_COMPARE(noticed.count(), 1);
+}
+
+void PreferencesTest::highContrastStandsOut_data()
+{
+    QTest::addColumn<QColor>("window");
+    QTest::newRow("light") << QColor(Qt::white);
+    QTest::newRow("dark") << QColor(Qt::black);
+}
+
+void PreferencesTest::highContrastStandsOut()
+{
+    QFETCH(QColor, window);
+    const QPalette before = QGuiApplication::palette();
+    QGuiApplication::setPalette(QPalette(window));
+    change("org.freedesktop.appearance", "contrast", 1U);
+    const auto luminance = [this](const QString& name) {
+        const QColor color = look().property(name.toLatin1()).value<QColor>();
+        const auto linear = [](double part) {
+            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
+    };
+    const auto check = [&](const QStringList& above, const QStringList& below, double least) {
+        for (const QString& one : above) {
+            QCOMPARE(look().property((one + "Color").toLatin1()).value<QColor>().alpha(), 255);
+            for (const QString& other : below) {
+                const auto [dark, light] = std::minmax(luminance(one + "Color"), luminance(other + "Color"));
+                const double contrast = (light + 0.05) / (dark + 0.05);
+                QVERIFY2(contrast >= least,
+                         qPrintable(one + " on " + other + ": " + QString::number(contrast)));
+            }
+        }
+    };
+    const QStringList grounds{"windowBackground", "controlBackground", "textBackground"};
+    check({"label", "secondaryLabel", "placeholderText", "systemGray", "systemRed"}, grounds, 7);
+    check({"label"}, {"selectedTextBackground"}, 7);
+    check({"alternateSelectedControlText"}, {"systemBlue", "systemGray"}, 7);
+    check({"accentText"}, {"accent"}, 7);
+    check({"separator", "tertiaryLabel", "systemBlue", "systemGreen", "systemYellow", "accent"}, grounds, 3);
+    QGuiApplication::setPalette(before);
+}
+
+void PreferencesTest::nothingMovesWithoutAnimations()
+{
+    change("org.gnome.desktop.interface", "enable-animations", false);
+    QVERIFY(m_fixture->click("detailsButton"));
+    QVERIFY(m_fixture->item("nameField") == nullptr); // at once
+    QVERIFY(m_fixture->click("detailsButton"));
+    QCOMPARE(m_fixture->item("uploadButton")->mapToScene({0, 0}).x(),
+             m_fixture->item("nameField")->mapToScene({0, 0}).x());
+    state().enter(UploadState::Requesting);
+    int pulses = 0;
+    for (const QObject* timer : m_fixture->window().findChildren<QObject*>()) {
+        if (timer->property("step").isValid() && timer->property("running").isValid()) {
+            QVERIFY(!timer->property("running").toBool()); // the dot's
+            ++pulses;
+        }
+    }
+    QCOMPARE(pulses, 1);
+}
+
+void PreferencesTest::textGrowsWithTheDesktops()
+{
+    const auto size = [this] {
+        return m_fixture->item("nameField")->property("font").value<QFont>().pointSizeF();
+    };
+    const double before = size();
+    change("org.gnome.desktop.interface", "text-scaling-factor", 2.0);
+    QCOMPARE(size(), 2 * before);
+    for (const char* name : {"workspaceBlock", "detailsButton", "filePicker", "nameField", "formatOption:2D",
+                             "formatOption:Separate", "perspectiveOption:360", "logText"}) {
+        QVERIFY(m_fixture->driver().ready(name));
+        const QQuickItem* item = m_fixture->driver().find(name);
+        QVERIFY(item->height() >= item->implicitHeight());
+    }
+}
+
+QTEST_MAIN(PreferencesTest)
+
+#include "tst_preferences.moc"

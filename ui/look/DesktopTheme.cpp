@@ -1,0 +1,110 @@
+#include "ui/look/DesktopTheme.h"
+
+#include "desktop/Compositor.h"
+
+#include <QEvent>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <QPalette>
+
+#include <algorithm>
+#include <array>
+
+namespace tessary::look {
+
+DesktopTheme::DesktopTheme(QObject* parent) : QObject(parent), m_composited(desktop::isComposited())
+{
+    qGuiApp->installEventFilter(this);
+    using desktop::PortalAppearance;
+    connect(&m_portal, &PortalAppearance::changed, this, &DesktopTheme::paletteChanged);
+    connect(&m_portal, &PortalAppearance::changed, this, &DesktopTheme::fontChanged);
+    connect(&m_portal, &PortalAppearance::changed, this, &DesktopTheme::animationsChanged);
+}
+
+bool DesktopTheme::dark() const
+{
+    return m_portal.prefersDark() || QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
+}
+
+QColor DesktopTheme::accent()
+{
+    return QGuiApplication::palette().color(QPalette::Active, QPalette::Highlight);
+}
+
+QColor DesktopTheme::textOnAccent()
+{
+    return QGuiApplication::palette().color(QPalette::Active, QPalette::HighlightedText);
+}
+
+QFont DesktopTheme::font() const
+{
+    const QFont font = QGuiApplication::font();
+    // On X11 the desktop scales text by the screen's resolution, which the toolkit follows.
+    const bool scaledAlready = QGuiApplication::platformName() == QLatin1StringView("xcb");
+    return scaledAlready ? font : scaled(font, m_portal.textScale(), font.weight());
+}
+
+QFont DesktopTheme::scaled(const QFont& font, qreal factor, int weight)
+{
+    QFont result(font);
+    if (font.pointSizeF() > 0) {
+        result.setPointSizeF(font.pointSizeF() * factor);
+    } else {
+        result.setPixelSize(qRound(font.pixelSize() * factor));
+    }
+    result.setWeight(static_cast<QFont::Weight>(weight));
+    return result;
+}
+
+QFont DesktopTheme::sized(const QFont& font, qreal points, int weight)
+{
+    QFont result(font);
+    result.setPixelSize(qRound(points)); // a point of the layout, not of print
+    result.setWeight(static_cast<QFont::Weight>(weight));
+    return result;
+}
+
+qreal DesktopTheme::pointsOf(const QFont& font)
+{
+    return QFontInfo(font).pixelSize();
+}
+
+QFont DesktopTheme::monospaced(const QFont& font)
+{
+    QFont result(font);
+    result.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
+    result.setStyleHint(QFont::Monospace);
+    return result;
+}
+
+QFont DesktopTheme::rounded(const QFont& font)
+{
+    static const std::array<QString, 3> families{QStringLiteral("Nunito"), QStringLiteral("Quicksand"),
+                                                 QStringLiteral("Varela Round")};
+    const auto* found = std::find_if(families.begin(), families.end(),
+                                     [](const auto& name) { return QFontDatabase::hasFamily(name); });
+    QFont result(font);
+    if (found != families.end()) {
+        result.setFamilies({*found});
+    }
+    return result;
+}
+
+void DesktopTheme::lookForCompositor()
+{
+    m_composited = desktop::isComposited();
+    Q_EMIT compositedChanged();
+}
+
+bool DesktopTheme::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == qGuiApp && event->type() == QEvent::ApplicationPaletteChange) {
+        Q_EMIT paletteChanged();
+    } else if (watched == qGuiApp && event->type() == QEvent::ApplicationFontChange) {
+        Q_EMIT fontChanged();
+    }
+    return false;
+}
+
+} // namespace tessary::look

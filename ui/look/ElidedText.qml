@@ -1,0 +1,21 @@
+import QtQuick
+import Tessary.Look
+
+// One line of text. Where there is no room for all of it, the pointer on it brings up the rest.
+StyledText {
+    id: line
+
+    elide: Text.ElideRight
+    maximumLineCount: 1
+
+    HoverHandler {
+        id: pointer
+
+        enabled: line.truncated
+    }
+
+    Tip {
+        text: line.text
+        shown: pointer.hovered && line.truncated
+    }
+}

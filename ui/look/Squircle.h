@@ -1,0 +1,51 @@
+#pragma once
+
+#include "ui/look/VisiblePainter.h"
+
+#include <QColor>
+#include <QQuickItem>
+#include <QSizeF>
+#include <QVariantList>
+#include <QtQml/qqml.h>
+
+namespace tessary::look {
+
+/// A rounded rectangle with continuous corners. Its outline lies on the edge and so reaches out of it.
+class Squircle
+    : public tessary::look::VisiblePainter // in full: the linter of the screens knows it by that name
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(qreal radius MEMBER m_radius NOTIFY lookChanged)
+    Q_PROPERTY(QColor fill MEMBER m_fill NOTIFY lookChanged)
+    /// Transparent for none.
+    Q_PROPERTY(QColor outline MEMBER m_outline NOTIFY lookChanged)
+    /// In points; drawn in whole device pixels, one at least.
+    Q_PROPERTY(qreal lineWidth MEMBER m_lineWidth NOTIFY lookChanged)
+    /// Lengths of dashes and gaps in points, in turn; empty for a solid line. Dashes have butt caps, corners
+    /// are mitred with a limit of 10 line widths.
+    Q_PROPERTY(QVariantList dashes MEMBER m_dashes NOTIFY lookChanged)
+
+public:
+    explicit Squircle(QQuickItem* parent = nullptr);
+
+    void paint(QPainter& painter, QSizeF size, qreal scale) const override;
+
+Q_SIGNALS:
+    void lookChanged();
+
+protected:
+    [[nodiscard]] int overhang(qreal scale) const override;
+
+private:
+    /// The outline's width in device pixels; 0 for none.
+    [[nodiscard]] int linePixels(qreal scale) const;
+
+    qreal m_radius = 0;
+    QColor m_fill = Qt::transparent;
+    QColor m_outline = Qt::transparent;
+    qreal m_lineWidth = 0;
+    QVariantList m_dashes;
+};
+
+} // namespace tessary::look

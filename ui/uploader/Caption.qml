@@ -1,8 +1,0 @@
-import QtQuick
-import Tessary
-
-StyledText {
-    font: Look.subheadline
-    color: Look.secondaryLabelColor
-    elide: Text.ElideRight
-}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "upload/UploadForm.h"
+#include "upload/UploadState.h"
+
+#include <QString>
+
+#include <memory>
+#include <stop_token>
+
+namespace tessary {
+
+/// A handle of one upload. Cancelling it reaches its requests and its transfers, not its registration.
+struct UploadTask
+{
+    std::stop_source stop;
+};
+
+/// Where an upload is heard: the screen that started it. All calls come on the main thread.
+class UploadListener
+{
+public:
+    UploadListener() = default;
+    virtual ~UploadListener() = default;
+    Q_DISABLE_COPY_MOVE(UploadListener)
+
+    /// The upload that was started last; null before the first.
+    [[nodiscard]] virtual const std::shared_ptr<UploadTask>& currentUploadTask() const = 0;
+
+    /// Shows the state, and prints what failed.
+    /// @param description of what failed, with UploadState::Failed only
+    virtual void enter(UploadState state, const QString& description = {}) = 0;
+
+    virtual void processOutput(const QString& text) = 0;
+
+    /// Nothing new, but the log's observers are to be told.
+    virtual void refreshLogs() = 0;
+
+    /// Says for a moment, over the whole screen, that the upload is complete.
+    virtual void showSuccess() = 0;
+
+    /// The form as it is now.
+    [[nodiscard]] virtual const UploadForm& form() const = 0;
+};
+
+} // namespace tessary
