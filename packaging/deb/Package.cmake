@@ -28,6 +28,6 @@ set(runtime_packages
     qml6-module-qtquick-dialogs qml6-module-qtquick-layouts qml6-module-qtquick-templates
     qml6-module-qtquick-window)
 list(JOIN runtime_packages ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-gtk-platformtheme, qt6-xdgdesktopportal-platformtheme")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-gtk-platformtheme, xdg-desktop-portal")
 
 include(CPack)
