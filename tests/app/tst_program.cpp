@@ -24,16 +24,16 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        const auto* window = qobject_cast<QQuickWindow*>(watched);
-        if (window != nullptr && event->type() == QEvent::PlatformSurface &&
+        if (event->type() == QEvent::PlatformSurface &&
             static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() ==
                 QPlatformSurfaceEvent::SurfaceCreated) {
+            const auto* window = qobject_cast<QWindow*>(watched);
             sizes.insert(window, window->size());
         }
         return false;
     }
 
-    QHash<const QQuickWindow*, QSize> sizes;
+    QHash<const QWindow*, QSize> sizes;
 };
 
 } // namespace

@@ -67,7 +67,8 @@ void TransportTest::noAnswer_data()
     const Call post = submit;
     row("too large", get, RawServer::answer("200 OK", QByteArray(70 * 1024 * 1024, ' ')),
         "The service's answer is too large to be one of its own.");
-    const QByteArray brokenGzip("\x1f\x8b\x08\0\0\0\0\0\0\x03\x07 and no deflated data", 36);
+    constexpr char noGzip[] = "\x1f\x8b\x08\0\0\0\0\0\0\x03\x07 and no deflated data";
+    const QByteArray brokenGzip(noGzip, sizeof noGzip - 1);
     const char* unpacked = "The service's answer could not be decompressed: it is damaged or too large.";
     const QByteArray zeros = qCompress(QByteArray(20 * 1024 * 1024, '0')).mid(4);
     for (const char* status : {"200 OK", "422 No", "500 Broken"}) {

@@ -1,6 +1,7 @@
 #undef QT_NO_CAST_FROM_ASCII // names, everywhere
 
 #include "testkit/ProgramFixture.h"
+#include "tests/support/Contrast.h"
 
 #include <QColor>
 #include <QGuiApplication>
@@ -10,21 +11,9 @@
 #include <QQuickWindow>
 #include <QTest>
 
-#include <cmath>
-
 using namespace tessary;
 
 namespace {
-
-double linear(double part)
-{
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& color)
-{
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
 
 /// What is seen of a colour over an opaque ground.
 QColor over(const QColor& color, double opacity, const QColor& ground)
@@ -35,12 +24,6 @@ QColor over(const QColor& color, double opacity, const QColor& ground)
     };
     return QColor::fromRgbF(part(color.redF(), ground.redF()), part(color.greenF(), ground.greenF()),
                             part(color.blueF(), ground.blueF()));
-}
-
-double contrast(const QColor& one, const QColor& other)
-{
-    const auto [dark, light] = std::minmax(luminance(one), luminance(other));
-    return (light + 0.05) / (dark + 0.05);
 }
 
 constexpr double text = 4.5;

@@ -1,6 +1,7 @@
 #undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
 
 #include "testkit/ProgramFixture.h"
+#include "tests/support/Contrast.h"
 #include "tests/support/FakeService.h"
 
 #include <QGuiApplication>
@@ -11,8 +12,6 @@
 #include <QQuickWindow>
 #include <QSignalSpy>
 #include <QTest>
-
-#include <cmath>
 
 using namespace tessary;
 
@@ -95,22 +94,16 @@ void PreferencesTest::highContrastStandsOut()
     const QPalette before = QGuiApplication::palette();
     QGuiApplication::setPalette(QPalette(window));
     change("org.freedesktop.appearance", "contrast", 1U);
-    const auto luminance = [this](const QString& name) {
-        const QColor color = look().property(name.toLatin1()).value<QColor>();
-        const auto linear = [](double part) {
-            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
+    const auto color = [this](const QString& name) {
+        return look().property((name + "Color").toLatin1()).value<QColor>();
     };
     const auto check = [&](const QStringList& above, const QStringList& below, double least) {
         for (const QString& one : above) {
-            QCOMPARE(look().property((one + "Color").toLatin1()).value<QColor>().alpha(), 255);
+            QCOMPARE(color(one).alpha(), 255);
             for (const QString& other : below) {
-                const auto [dark, light] = std::minmax(luminance(one + "Color"), luminance(other + "Color"));
-                const double contrast = (light + 0.05) / (dark + 0.05);
-                QVERIFY2(contrast >= least,
-                         qPrintable(one + " on " + other + ": " + QString::number(contrast)));
+                const double reached = contrast(color(one), color(other));
+                QVERIFY2(reached >= least,
+                         qPrintable(one + " on " + other + ": " + QString::number(reached)));
             }
         }
     };

@@ -195,7 +195,7 @@ void EndingsTest::aProgramMayEndAtAnyMoment()
                 screen.reset();
                 app.reset();
             };
-            QMetaObject::invokeMethod(qApp, end, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(QCoreApplication::instance(), end, Qt::QueuedConnection);
         }
     };
     connect(&service, &LocalService::requestReceived, &service, endAt);
