@@ -82,8 +82,25 @@ Window {
         anchors.fill: parent
         focus: !quitLoader.active
         enabled: !quitLoader.active
-        onScreenChanged: show()
+        onScreenChanged: {
+            changeTime.restart();
+            show();
+        }
         Component.onCompleted: show()
+    }
+
+    // A press that was aimed at the screen that has just gone must not hit what is there instead.
+    MouseArea {
+        objectName: "pressGuard"
+        anchors.fill: parent
+        visible: changeTime.running
+        acceptedButtons: Qt.AllButtons
+    }
+
+    Timer {
+        id: changeTime
+
+        interval: Look.reactionTime
     }
 
     Loader {

@@ -27,6 +27,11 @@ public:
     /// How large text is to be, from 0.5 to 3; 1 is the size of the desktop's font.
     [[nodiscard]] double textScale() const;
 
+    /// The desktop's font once it has been changed while this object lives, such as "Cantarell Bold 11";
+    /// empty before: the toolkit knows the first one better, since a portal may speak for a desktop that is
+    /// not this one.
+    [[nodiscard]] QString changedFont() const { return m_changedFont; }
+
 Q_SIGNALS:
     void changed();
 
@@ -36,6 +41,7 @@ private Q_SLOTS:
 private:
     QDBusConnection m_bus;
     QMap<QString, QVariantMap> m_settings; ///< by group and key, as the portal has them
+    QString m_changedFont;
 };
 
 } // namespace tessary::desktop

@@ -67,7 +67,7 @@ bool WindowDriver::ready(const QString& name) const
     QElapsedTimer still;
     return await(QStringLiteral("\"%1\" to take input").arg(name), [&] {
         QQuickItem* item = find(name);
-        if (item == nullptr || !item->isEnabled()) {
+        if (item == nullptr || !item->isEnabled() || find(QStringLiteral("pressGuard")) != nullptr) {
             return false;
         }
         bringIntoView(*item);

@@ -2,6 +2,7 @@
 
 import os
 import subprocess
+import time
 from pathlib import Path
 
 import accessible
@@ -58,6 +59,7 @@ class Desktop:
         self.type(str(path))
 
     def picture(self, what=""):
+        time.sleep(0.5)  # what is told is not drawn yet
         self.take_picture(PICTURES / f"{self.prefix}{'-' + what if what else ''}.png")
 
     def start_reader(self):

@@ -144,7 +144,8 @@ def same_bytes(desktop):
 
 @step("is told by Orca")
 def is_told(desktop):
-    wait_for("word of the success", lambda: any("Upload completed successfully" in each for each in desktop.speech()))
+    return wait_for("word of the success", lambda: next(
+        (each for each in desktop.speech() if "Upload completed successfully!" in each), None))
 
 
 @step("takes a dragged file")
@@ -166,6 +167,11 @@ def asks(desktop):
     desktop.picture("question")
     desktop.keys("Escape")
     gone(QUESTION)
+
+
+@step("hears how far it is")
+def hears_progress(desktop):
+    return wait_for("percentage", lambda: next((each for each in desktop.speech() if each.endswith("percent.")), None))
 
 
 @step("cancels an upload")

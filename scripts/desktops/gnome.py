@@ -33,7 +33,8 @@ class Session(Desktop):
     current = "GNOME"
     size = 1400, 1000
     dialog_owner = "tessary_macos_uploader"
-    not_done = {"takes_drop": "nothing is dragged here, only on X11", "is_told": "Orca runs on X11 only"}
+    not_done = {"takes_drop": "nothing is dragged here, only on X11", "is_told": "Orca runs on X11 only",
+                "hears_progress": "Orca runs on X11 only"}
 
     def start(self):
         # The shell asks the system's session manager about its own session. Here there is none but this.

@@ -12,7 +12,8 @@ from wayland import VirtualInput
 class Session(Desktop):
     current = "sway"
     dialog_owner = "xdg-desktop-portal-gtk"
-    not_done = {"takes_drop": "nothing is dragged here, only on X11", "is_told": "Orca runs on X11 only"}
+    not_done = {"takes_drop": "nothing is dragged here, only on X11", "is_told": "Orca runs on X11 only",
+                "hears_progress": "Orca runs on X11 only"}
 
     def start(self):
         settings = Path.home() / "sway-config"

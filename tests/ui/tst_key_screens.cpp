@@ -26,6 +26,7 @@ private Q_SLOTS:
     void cancelIsTheWayBack_data();
     void cancelIsTheWayBack();
     void changingKeepsTheScreenUntilTheCheckEnds();
+    void screenThatGoesSwallowsWhatWasAimedAtIt();
 
 private:
     void showChangeKey();
@@ -133,6 +134,17 @@ void KeyScreensTest::cancelIsTheWayBack()
     QTRY_VERIFY(m_fixture->item("uploadButton") != nullptr);
     QCOMPARE(keys.count(), 0);
     QCOMPARE(*m_fixture->session().apiKey(), u"old"_s);
+}
+
+void KeyScreensTest::screenThatGoesSwallowsWhatWasAimedAtIt()
+{
+    awaitForm();
+    m_fixture->session().setApiKey(u"key"_s);
+    QTRY_VERIFY(m_fixture->item("nameField") != nullptr);
+    QTest::mouseClick(&m_fixture->window(), Qt::LeftButton, {}, m_fixture->centreOf("nameField"));
+    QVERIFY(m_fixture->focused() != u"nameField"_s);
+    QVERIFY(m_fixture->click("nameField")); // as soon as it takes input
+    QCOMPARE(m_fixture->focused(), u"nameField"_s);
 }
 
 void KeyScreensTest::changingKeepsTheScreenUntilTheCheckEnds()

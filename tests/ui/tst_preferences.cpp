@@ -33,6 +33,8 @@ private Q_SLOTS:
     void highContrastStandsOut();
     void nothingMovesWithoutAnimations();
     void textGrowsWithTheDesktops();
+    void fontFollowsTheDesktops_data();
+    void fontFollowsTheDesktops();
 
 private:
     /// The desktop changes a setting; waits until the program has noticed it.
@@ -131,8 +133,44 @@ void PreferencesTest::nothingMovesWithoutAnimations()
             QVERIFY(!timer->property("running").toBool()); // the dot's
             ++pulses;
         }
+        if (timer->property("spokes").isValid()) { // what goes round on the button
+            const auto* turning = timer->findChild<QObject*>("turning");
+            QVERIFY(turning != nullptr && !turning->property("running").toBool());
+            ++pulses;
+        }
     }
-    QCOMPARE(pulses, 1);
+    QCOMPARE(pulses, 2);
+}
+
+void PreferencesTest::fontFollowsTheDesktops_data()
+{
+    QTest::addColumn<QVariant>("description");
+    QTest::addColumn<QString>("family"); // and size; that of before when empty
+    QTest::newRow("plain") << QVariant("Cantarell 11") << "Cantarell 11pt";
+    QTest::newRow("style") << QVariant("DejaVu Sans Semi-Bold Italic 10.5") << "DejaVu Sans 10.5pt";
+    QTest::newRow("family like a style") << QVariant("Bold 12") << "Bold 12pt";
+    QTest::newRow("comma") << QVariant("Noto Sans, 10") << "Noto Sans 10pt";
+    QTest::newRow("pixels") << QVariant("Noto Sans 16px") << "Noto Sans 16px";
+    QTest::newRow("no size") << QVariant("Cantarell") << "";
+    QTest::newRow("size of nothing") << QVariant("Cantarell 0") << "";
+    QTest::newRow("no font") << QVariant(7) << "";
+}
+
+void PreferencesTest::fontFollowsTheDesktops()
+{
+    QFETCH(QVariant, description);
+    QFETCH(QString, family);
+    const auto shown = [this] {
+        const auto font = m_fixture->item("nameField")->property("font").value<QFont>();
+        const bool pixels = font.pixelSize() > 0;
+        return QString("%1 %2%3")
+            .arg(font.family())
+            .arg(pixels ? font.pixelSize() : font.pointSizeF())
+            .arg(pixels ? "px" : "pt");
+    };
+    const QString before = shown();
+    change("org.gnome.desktop.interface", "font-name", description);
+    QCOMPARE(shown(), family.isEmpty() ? before : family);
 }
 
 void PreferencesTest::textGrowsWithTheDesktops()
@@ -148,6 +186,12 @@ void PreferencesTest::textGrowsWithTheDesktops()
         QVERIFY(m_fixture->driver().ready(name));
         const QQuickItem* item = m_fixture->driver().find(name);
         QVERIFY(item->height() >= item->implicitHeight());
+    }
+    auto underWay = m_fixture->application().uploadActivity()->beginRegistration();
+    m_fixture->press(Qt::Key_Q, Qt::ControlModifier);
+    for (const char* name : {"confirmButton", "declineButton"}) {
+        QVERIFY(m_fixture->driver().ready(name));
+        QVERIFY(m_fixture->item(name)->width() >= m_fixture->item(name)->implicitWidth());
     }
 }
 

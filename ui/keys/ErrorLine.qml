@@ -38,6 +38,5 @@ Row {
         elide: Text.ElideRight
         maximumLineCount: 4
         objectName: "errorLine"
-        Accessible.role: Accessible.AlertMessage
     }
 }

@@ -85,6 +85,7 @@ Column {
         objectName: "cancelKeyButton"
         width: view.width
         visible: view.cancelText !== ""
+        Accessible.ignored: view.cancelText === ""
         text: view.cancelText
         textColor: Look.grayTextColor
         onClicked: view.canceled()

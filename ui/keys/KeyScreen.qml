@@ -39,11 +39,18 @@ FocusScope {
     Timer {
         interval: 400
         running: true
-        onTriggered: screen.showWelcome = true
+        onTriggered: {
+            screen.showWelcome = true; // with the focus, which would cut short what is said before
+            announcer.say(screen.errorMessage);
+        }
     }
 
     VisualEffectView {
         anchors.fill: parent
+    }
+
+    Announcer {
+        id: announcer
     }
 
     // Scrolls where a large font makes the card higher than the window.

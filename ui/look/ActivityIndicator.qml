@@ -15,9 +15,10 @@ Item {
 
     // An animation would draw sixty frames a second to show eight.
     Timer {
+        objectName: "turning"
         interval: 1000 / indicator.spokes
         repeat: true
-        running: indicator.visible
+        running: indicator.visible && Look.animations
         onTriggered: indicator.step = (indicator.step + 1) % indicator.spokes
     }
 

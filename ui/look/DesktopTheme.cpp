@@ -7,6 +7,7 @@
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -39,10 +40,33 @@ QColor DesktopTheme::textOnAccent()
 
 QFont DesktopTheme::font() const
 {
-    const QFont font = QGuiApplication::font();
+    const QFont font = described(m_portal.changedFont(), QGuiApplication::font());
     // On X11 the desktop scales text by the screen's resolution, which the toolkit follows.
     const bool scaledAlready = QGuiApplication::platformName() == QLatin1StringView("xcb");
     return scaledAlready ? font : scaled(font, m_portal.textScale(), font.weight());
+}
+
+QFont DesktopTheme::described(const QString& description, const QFont& otherwise)
+{
+    static const QRegularExpression form(
+        QStringLiteral(
+            "^(.+?)(?:[ ,]+(?:regular|normal|roman|book|thin|light|medium|bold|heavy|black|oblique|italic|"
+            "(?:ultra|extra|semi|demi)-?(?:light|bold|condensed|expanded)|condensed|expanded))*"
+            "[ ,]+(\\d{1,3}(?:\\.\\d+)?)(px)?$"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = form.match(description.trimmed());
+    const double size = match.captured(2).toDouble();
+    if (size <= 0) { // no description, or one that is not understood
+        return otherwise;
+    }
+    QFont result(otherwise);
+    result.setFamilies({match.captured(1)});
+    if (match.capturedLength(3) > 0) {
+        result.setPixelSize(std::max(1, qRound(size)));
+    } else {
+        result.setPointSizeF(size);
+    }
+    return result;
 }
 
 QFont DesktopTheme::scaled(const QFont& font, qreal factor, int weight)

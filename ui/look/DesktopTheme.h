@@ -41,6 +41,9 @@ public:
 
     [[nodiscard]] bool composited() const { return m_composited; }
 
+    /// The font that desktops describe like "Cantarell Bold 11", whose style is left to the texts; the other
+    /// one when it is not described like that.
+    [[nodiscard]] static QFont described(const QString& description, const QFont& otherwise);
     /// The desktop's font at a multiple of its own size.
     Q_INVOKABLE [[nodiscard]] static QFont scaled(const QFont& font, qreal factor, int weight);
     /// The same family in a fixed size in points.

@@ -26,8 +26,10 @@ FocusScope {
     }
 
     Panel {
+        readonly property real widerAnswer: Math.max(yesButton.implicitWidth, noButton.implicitWidth)
+
         anchors.centerIn: parent
-        width: 340
+        width: Math.min(Math.max(340, 2 * column.x + 2 * widerAnswer + answers.spacing), sheet.width - 2 * Look.padding)
         height: column.height + 2 * column.y
         blur: 20
         offset: Qt.point(0, 10)

@@ -66,6 +66,7 @@ Item {
             bottomPadding: area.barInset
             minimumSize: 0.08
             implicitWidth: 12
+            Accessible.ignored: true // its area scrolls to what the keyboard is at
 
             contentItem: Rectangle {
                 implicitWidth: 6

@@ -9,4 +9,5 @@ Text {
     renderType: Text.QtRendering
     Accessible.role: Accessible.StaticText
     Accessible.name: text
+    Accessible.ignored: text === ""
 }

@@ -10,6 +10,20 @@ RowLayout {
 
     spacing: Look.spacing
 
+    Announcer {
+        id: announcer
+
+        parent: row.parent // a row would give it room
+    }
+
+    Connections {
+        function onStatusMessageChanged() {
+            announcer.say(row.uploader.statusMessage);
+        }
+
+        target: row.uploader
+    }
+
     StateDot {
         busy: row.uploader.isUploading
     }

@@ -2,7 +2,7 @@ import QtQuick
 import Tessary.Look
 
 // How much is uploaded. The fill is as wide as `progress` says, also beyond the track; what is no number is nothing.
-Rectangle {
+ProgressItem {
     id: track
 
     required property double progress
@@ -12,22 +12,29 @@ Rectangle {
     objectName: "progressBar"
     implicitWidth: 100
     implicitHeight: 8
-    radius: 4
-    color: Look.separatorColor
+    label: qsTr("Upload progress")
+    percent: Math.round(Math.max(0, Math.min(value, 1)) * 100)
     Accessible.role: Accessible.ProgressBar
-    Accessible.name: qsTr("Upload progress: %1 %").arg(Math.round(value * 100))
+
+    Rectangle {
+        id: groove
+
+        anchors.fill: parent
+        radius: 4
+        color: Look.separatorColor
+    }
 
     // Narrower than its own round ends, the fill shows what the track's end leaves of it.
     Item {
         objectName: "progressFill"
         width: Math.max(0, Math.min(track.value * track.width, track.farthest))
         height: track.height
-        clip: width < 2 * track.radius
+        clip: width < 2 * groove.radius
 
         Rectangle {
-            width: Math.max(parent.width, 2 * track.radius)
+            width: Math.max(parent.width, 2 * groove.radius)
             height: parent.height
-            radius: track.radius
+            radius: groove.radius
             color: Look.systemBlueColor
         }
 

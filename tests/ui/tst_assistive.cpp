@@ -1,0 +1,207 @@
+#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
+
+#include "testkit/ProgramFixture.h"
+
+#include <QAccessible>
+#include <QDBusConnection>
+#include <QDBusVirtualObject>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+#include <utility>
+
+using namespace tessary;
+
+namespace {
+
+/// A portal that never answers.
+class SilentPortal : public QDBusVirtualObject
+{
+public:
+    SilentPortal()
+    {
+        m_bus.registerVirtualObject("/", this, QDBusConnection::SubPath);
+        m_bus.registerService("org.freedesktop.portal.Desktop");
+    }
+
+    ~SilentPortal() override
+    {
+        m_bus.unregisterService("org.freedesktop.portal.Desktop");
+        m_bus.unregisterObject("/", QDBusConnection::UnregisterTree);
+    }
+
+    Q_DISABLE_COPY_MOVE(SilentPortal)
+
+    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage&, const QDBusConnection&) override { return true; }
+
+private:
+    QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
+};
+
+/// What is there to be found of that name and role.
+QAccessibleInterface* findBelow(QAccessibleInterface* node, const QString& name, QAccessible::Role role)
+{
+    if (node->role() == role && node->text(QAccessible::Name) == name && !node->state().invisible) {
+        return node;
+    }
+    for (int index = 0; index < node->childCount(); ++index) {
+        if (QAccessibleInterface* found = findBelow(node->child(index), name, role)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+/// What comes up for screen readers to say at once.
+QStringList notifications(QAccessibleInterface* node)
+{
+    QStringList all;
+    if (node->role() == QAccessible::Notification && !node->state().invisible) {
+        all += node->text(QAccessible::Name);
+    }
+    for (int index = 0; index < node->childCount(); ++index) {
+        all += notifications(node->child(index));
+    }
+    return all;
+}
+
+/// The places in the tree of what has no name.
+QStringList nameless(QAccessibleInterface* node, const QString& place)
+{
+    QStringList all;
+    if (node->text(QAccessible::Name).isEmpty()) {
+        all += place;
+    }
+    for (int index = 0; index < node->childCount(); ++index) {
+        QAccessibleInterface* child = node->child(index);
+        all += nameless(child, QString("%1/%2:%3").arg(place).arg(index).arg(child->role(), 0, 16));
+    }
+    return all;
+}
+
+} // namespace
+
+class AssistiveTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_fixture = std::make_unique<testkit::ProgramFixture>(); }
+
+    void cleanup() { m_fixture.reset(); }
+
+    void everythingHasAName_data();
+    void everythingHasAName();
+    void progressIsAValue();
+    void statusIsSaid();
+    void refusedKeyIsSaid();
+
+private:
+    [[nodiscard]] QAccessibleInterface* tree() const
+    {
+        return QAccessible::queryAccessibleInterface(&m_fixture->window());
+    }
+
+    std::unique_ptr<testkit::ProgramFixture> m_fixture;
+};
+
+void AssistiveTest::everythingHasAName_data()
+{
+    QTest::addColumn<QString>("screen");
+    for (const char* screen :
+         {"login", "changed key", "form", "two files", "upload", "success", "question", "dialog"}) {
+        QTest::newRow(screen) << screen;
+    }
+}
+
+void AssistiveTest::everythingHasAName()
+{
+    QFETCH(QString, screen);
+    std::unique_ptr<SilentPortal> portal;
+    std::shared_ptr<void> underWay;
+    if (screen == "login") {
+        QVERIFY(m_fixture->driver().ready("keyField"));
+    } else {
+        QVERIFY(m_fixture->showUploader());
+    }
+    if (screen == "changed key") {
+        m_fixture->application().appManager()->setEditingAPIKey(true);
+        QVERIFY(m_fixture->driver().ready("keyField"));
+    } else if (screen == "two files") {
+        QVERIFY(m_fixture->click("formatOption:Separate"));
+    } else if (screen == "upload") {
+        m_fixture->state().processOutput(QString("line\n").repeated(200)); // with its scroll bar
+        m_fixture->state().enter(UploadState::Uploading);
+    } else if (screen == "success") {
+        m_fixture->state().showSuccess();
+        QTRY_VERIFY(m_fixture->item("successCard") != nullptr);
+    } else if (screen == "question") {
+        auto registration = m_fixture->application().uploadActivity()->beginRegistration();
+        underWay = std::make_shared<decltype(registration)>(std::move(registration));
+        m_fixture->press(Qt::Key_Q, Qt::ControlModifier);
+        QTRY_VERIFY(m_fixture->item("quitQuestion") != nullptr);
+    } else if (screen == "dialog") {
+        portal = std::make_unique<SilentPortal>();
+        m_fixture->press(Qt::Key_O, Qt::ControlModifier);
+    }
+    QAccessible::setActive(true); // the controls that are there give themselves their names
+    QCOMPARE(nameless(tree(), QString()).join(" "), QString());
+}
+
+void AssistiveTest::progressIsAValue()
+{
+    QVERIFY(m_fixture->showUploader());
+    m_fixture->state().enter(UploadState::Uploading);
+    QTRY_VERIFY(m_fixture->item("progressBar") != nullptr);
+    QAccessibleInterface* bar = findBelow(tree(), "Upload progress", QAccessible::ProgressBar);
+    QVERIFY(bar != nullptr);
+    QVERIFY(QRect(m_fixture->window().position(), m_fixture->window().size()).contains(bar->rect()));
+    QVERIFY(bar->parent()->indexOfChild(bar) >= 0);
+    QAccessibleValueInterface* value = bar->valueInterface();
+    QVERIFY(value != nullptr);
+    QCOMPARE(value->minimumValue().toInt(), 0);
+    QCOMPARE(value->maximumValue().toInt(), 100);
+    QQuickItem* item = m_fixture->item("progressBar");
+    for (const auto& [progress, percent] :
+         {std::pair{0.254, 25}, {1.5, 100}, {-1.0, 0}, {0.75, 75}, {qQNaN(), 0}}) {
+        item->setProperty("progress", progress);
+        QCOMPARE(value->currentValue().toInt(), percent);
+    }
+    m_fixture->state().enter(UploadState::Completed);
+    QVERIFY(bar->state().invisible);
+}
+
+void AssistiveTest::statusIsSaid()
+{
+    QVERIFY(m_fixture->showUploader());
+    QCOMPARE(notifications(tree()), QStringList()); // how it starts is there to be read
+    m_fixture->state().enter(UploadState::Uploading);
+    QAccessibleInterface* first = findBelow(tree(), "Uploading...", QAccessible::Notification);
+    QVERIFY(first != nullptr);
+    m_fixture->state().enter(UploadState::Completed);
+    QCOMPARE(notifications(tree()), QStringList("Upload completed successfully!"));
+    QCOMPARE(first->text(QAccessible::Name), "Uploading..."); // for who comes to read it late
+    int shown = 0;
+    QAccessibleInterface* second =
+        findBelow(tree(), "Upload completed successfully!", QAccessible::Notification);
+    connect(qobject_cast<QQuickItem*>(second->object()), &QQuickItem::visibleChanged, this, [&] { ++shown; });
+    m_fixture->state().enter(UploadState::Completed); // as by the click and again by the tool
+    QCOMPARE(notifications(tree()), QStringList("Upload completed successfully!"));
+    QCOMPARE(shown, 0);
+}
+
+void AssistiveTest::refusedKeyIsSaid()
+{
+    QVERIFY(m_fixture->driver().type("keyField", "wrong"));
+    QVERIFY(m_fixture->click("submitKeyButton"));
+    QTRY_COMPARE(notifications(tree()), QStringList(m_fixture->session().signInProblem()));
+    QCOMPARE(m_fixture->focused(), "keyField"); // first, as the focus cuts short what is being said
+}
+
+QTEST_MAIN(AssistiveTest)
+
+#include "tst_assistive.moc"
