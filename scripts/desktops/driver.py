@@ -24,6 +24,7 @@ LARGE = Path.home() / "Videos" / "large.mp4"
 QUESTION = "Quit while an upload is under way?"
 DIALOGS = "file chooser", "dialog"
 STEPS = []
+NAMELESS = set()
 
 
 def step(title):
@@ -183,6 +184,12 @@ def cancels(desktop):
         raise Missing("the library has gained an entry")
 
 
+@step("has a name for everything")
+def has_names(desktop):
+    if NAMELESS:
+        raise Missing(f"without a name: {', '.join(sorted(NAMELESS))}")
+
+
 @step("opens a second window")
 def second_window(desktop):
     desktop.keys("ctrl+n")
@@ -217,6 +224,12 @@ def take(function, desktop):
         return f"FAILED: {problem!r}", True
 
 
+def note_nameless():
+    """What assistive technology is told of after this step and has no name."""
+    if processes("tessary_macos_uploader"):
+        NAMELESS.update(f"{each.role()} {each.extents(SCREEN)}" for each in program().below() if not each.name())
+
+
 def main(name):
     PICTURES.mkdir(exist_ok=True)
     desktop = importlib.import_module(name).Session()
@@ -230,6 +243,7 @@ def main(name):
             verdict, failed = take(function, desktop)
             failures += failed
             desktop.picture()
+            note_nameless()
             print(f"{name:6} {title:28} {verdict}", file=table, flush=True)
             if failed and processes("tessary_macos_uploader"):
                 (PICTURES / f"{desktop.prefix}.txt").write_text("\n".join(program().outline()))

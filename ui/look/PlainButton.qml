@@ -15,6 +15,7 @@ T.AbstractButton {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
     Accessible.description: enabled ? explanation : qsTr("Not available now")
     Keys.onPressed: event => ReturnKey.handle(event, () => button.clicked())
 

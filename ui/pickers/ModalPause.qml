@@ -7,4 +7,5 @@ T.Popup {
     modal: true
     focus: true
     closePolicy: T.Popup.NoAutoClose
+    Component.onCompleted: contentItem.parent.Accessible.ignored = true // no dialog to screen readers
 }

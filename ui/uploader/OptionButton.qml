@@ -20,6 +20,7 @@ T.RadioButton {
     activeFocusOnTab: activeFocus || (selected && !group.activeFocus)
     z: visualFocus ? 2 : selected ? 1 : 0 // its ring and its outline lie over its neighbours
     checked: selected
+    Accessible.name: text
     Accessible.description: enabled ? "" : qsTr("Not available now")
     onCheckedChanged: lookAgain.running = checked && !selected
     Keys.onPressed: event => ReturnKey.handle(event, () => option.clicked())
