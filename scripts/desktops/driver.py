@@ -115,8 +115,9 @@ def chooses(desktop):
 def names(desktop):
     desktop.click(showing("Video Name", "text"))
     desktop.type(VIDEO)
-    desktop.click(showing("180"))
+    # Before anything else has the focus: a screen reader holds every key for a while before the program gets it.
     wait_for("the name", lambda: showing("Video Name", "text").text() == VIDEO)
+    desktop.click(showing("180"))
 
 
 @step("uploads it")
