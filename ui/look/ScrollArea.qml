@@ -67,10 +67,10 @@ Item {
             minimumSize: 0.08
             implicitWidth: 12
 
-            contentItem: Rectangle {
+            contentItem: Squircle {
                 implicitWidth: 6
                 radius: 3
-                color: Look.labelColor
+                fill: Look.labelColor
                 opacity: bar.pressed || bar.hovered ? 0.7 : 0.52
             }
         }

@@ -2,39 +2,52 @@ import QtQuick
 import Tessary.Look
 
 // How much is uploaded. The fill is as wide as `progress` says, also beyond the track; what is no number is nothing.
-Rectangle {
+Squircle {
     id: track
 
     required property double progress
     readonly property real value: isFinite(progress) ? progress : 0
-    readonly property real farthest: 1e5 ///< beyond any screen; wider is not drawable
+    readonly property real farthest: 8000 ///< beyond any screen; more is not drawn
+    readonly property real slack: 1 ///< what lies on whole device pixels may lie beside its place by less
 
     objectName: "progressBar"
     implicitWidth: 100
     implicitHeight: 8
     radius: 4
-    color: Look.separatorColor
+    fill: Look.separatorColor
     Accessible.role: Accessible.ProgressBar
     Accessible.name: qsTr("Upload progress: %1 %").arg(Math.round(value * 100))
 
-    // Narrower than its own round ends, the fill shows what the track's end leaves of it.
     Item {
-        objectName: "progressFill"
-        width: Math.max(0, Math.min(track.value * track.width, track.farthest))
-        height: track.height
-        clip: width < 2 * track.radius
+        id: amount
 
-        Rectangle {
-            width: Math.max(parent.width, 2 * track.radius)
-            height: parent.height
-            radius: track.radius
-            color: Look.systemBlueColor
-        }
+        objectName: "progressFill"
+        width: Math.max(0, track.value * track.width)
+        height: track.height
 
         Behavior on width {
             NumberAnimation {
                 duration: Look.animations ? Look.standardSeconds * 1000 : 0
             }
+        }
+    }
+
+    // Narrower than its own round ends, the fill shows what the track's end leaves of it.
+    Item {
+        x: -track.slack
+        y: -track.slack
+        width: amount.width + track.slack
+        height: track.height + 2 * track.slack
+        clip: amount.width < 2 * track.radius
+
+        Squircle {
+            x: track.slack
+            y: track.slack
+            width: Math.max(2 * track.radius, Math.min(amount.width, track.farthest))
+            height: track.height
+            radius: track.radius
+            fill: Look.systemBlueColor
+            visible: amount.width > 0
         }
     }
 }
