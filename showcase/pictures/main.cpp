@@ -63,14 +63,14 @@ bool makePicture(const Scene& scene, bool contrast, const QString& file)
 int makePictures(const QDir& folder, const QString& only)
 {
     const bool fine = qGuiApp->devicePixelRatio() > 1;
-    const QString scale =
-        fine ? QStringLiteral("@%1x").arg(qGuiApp->devicePixelRatio()) : QString();
+    const QString scale = fine ? QStringLiteral("@%1x").arg(qGuiApp->devicePixelRatio()) : QString();
     int failures = 0;
     for (const bool dark : {false, true}) {
         QGuiApplication::setPalette(palette(dark));
         for (const Scene& scene : scenes()) {
             for (const bool contrast : {false, true}) {
-                const bool wanted = only.isEmpty() ? scene.typical || !(fine || contrast) : scene.name == only;
+                const bool wanted =
+                    only.isEmpty() ? scene.typical || !(fine || contrast) : scene.name == only;
                 const QString file = scene.name + QLatin1StringView(contrast ? "-contrast" : "") +
                                      QLatin1StringView(dark ? "-dark" : "") + scale +
                                      QLatin1StringView(".png");
@@ -86,7 +86,8 @@ int makePictures(const QDir& folder, const QString& only)
 } // namespace
 } // namespace tessary::pictures
 
-/// Writes a picture of every screen and state, light and dark, into the folder given. QT_SCALE_FACTOR says how fine.
+/// Writes a picture of every screen and state, light and dark, into the folder given. QT_SCALE_FACTOR says
+/// how fine.
 int main(int argc, char** argv)
 {
     for (const auto& [name, value] :
