@@ -120,8 +120,8 @@ std::vector<Scene> scenes()
 {
     const auto nothing = [](ProgramFixture& /*program*/) {};
     return {
-        {QStringLiteral("login"), nothing},
-        {QStringLiteral("login-failed"), [](ProgramFixture& program) { failToSignIn(program); }},
+        {QStringLiteral("login"), nothing, true},
+        {QStringLiteral("login-failed"), [](ProgramFixture& program) { failToSignIn(program); }, true},
         {QStringLiteral("change-key"),
          [](ProgramFixture& program) {
              showUploader(program);
@@ -132,7 +132,7 @@ std::vector<Scene> scenes()
         {QStringLiteral("uploader-empty"), showUploader},
         {QStringLiteral("uploader-file"), fillIn},
         {QStringLiteral("uploader-hover"), hover},
-        {QStringLiteral("uploader-focus"), focusName},
+        {QStringLiteral("uploader-focus"), focusName, true},
         {QStringLiteral("uploader-separate-one"),
          [](ProgramFixture& program) { separateEyes(program, false); }},
         {QStringLiteral("uploader-separate-both"),
@@ -142,15 +142,21 @@ std::vector<Scene> scenes()
              fillIn(program);
              program.state().selectFormat(QStringLiteral("Apple Immersive Video (.aivu)"));
          }},
-        {QStringLiteral("uploader-uploading"), upload},
+        {QStringLiteral("uploader-uploading"), upload, true},
         {QStringLiteral("uploader-details-hidden"),
          [](ProgramFixture& program) {
              upload(program);
              program.state().setShowDetails(false);
          }},
         {QStringLiteral("uploader-failed"), fail},
-        {QStringLiteral("uploader-completed"), complete},
+        {QStringLiteral("uploader-completed"), complete, true},
         {QStringLiteral("uploader-overflow"), overflow},
+        {QStringLiteral("uploader-quit"),
+         [](ProgramFixture& program) {
+             upload(program);
+             program.press(Qt::Key_Q, Qt::ControlModifier);
+         },
+         true},
     };
 }
 

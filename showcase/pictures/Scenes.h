@@ -14,6 +14,7 @@ struct Scene
 {
     QString name;
     std::function<void(testkit::ProgramFixture&)> show;
+    bool typical = false;    ///< stands for the others where not all are wanted
     int settlingTime = 1300; ///< in milliseconds, for its animations
 };
 

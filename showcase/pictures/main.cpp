@@ -1,5 +1,8 @@
 #include "showcase/pictures/Scenes.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QDir>
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -24,24 +27,56 @@ QPalette palette(bool dark)
     return colours;
 }
 
+/// The desktop tells every program that people want more contrast.
+void askForContrast()
+{
+    static QDBusConnection desktop =
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("desktop"));
+    desktop.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
+    QDBusMessage change = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+                                                     QStringLiteral("org.freedesktop.portal.Settings"),
+                                                     QStringLiteral("SettingChanged"));
+    change.setArguments({QStringLiteral("org.freedesktop.appearance"), QStringLiteral("contrast"),
+                         QVariant::fromValue(QDBusVariant(1U))});
+    desktop.send(change);
+}
+
+bool makePicture(const Scene& scene, bool contrast, const QString& file)
+{
+    testkit::ProgramFixture program;
+    if (contrast) {
+        askForContrast();
+    }
+    program.window().resize(windowSize);
+    scene.show(program);
+    QTest::qWait(scene.settlingTime);
+    const bool saved = program.window().grabWindow().convertToFormat(QImage::Format_RGB888).save(file);
+    if (!saved) {
+        std::fprintf(stderr, "could not write %s\n", qPrintable(file));
+    }
+    return saved;
+}
+
+/// On a screen of one pixel a point: every scene, and with high contrast those that differ most. On a finer
+/// one those that say most.
 /// @param only the one scene to show, or empty for all
 int makePictures(const QDir& folder, const QString& only)
 {
+    const bool fine = qGuiApp->devicePixelRatio() > 1;
+    const QString scale = fine ? QStringLiteral("@%1x").arg(qGuiApp->devicePixelRatio()) : QString();
     int failures = 0;
     for (const bool dark : {false, true}) {
         QGuiApplication::setPalette(palette(dark));
         for (const Scene& scene : scenes()) {
-            if (!only.isEmpty() && scene.name != only) {
-                continue;
-            }
-            testkit::ProgramFixture program;
-            program.window().resize(windowSize);
-            scene.show(program);
-            QTest::qWait(scene.settlingTime);
-            const QString file = folder.filePath(scene.name + QLatin1StringView(dark ? "-dark.png" : ".png"));
-            if (!program.window().grabWindow().convertToFormat(QImage::Format_RGB888).save(file)) {
-                std::fprintf(stderr, "could not write %s\n", qPrintable(file));
-                ++failures;
+            for (const bool contrast : {false, true}) {
+                const bool wanted =
+                    only.isEmpty() ? scene.typical || !(fine || contrast) : scene.name == only;
+                const QString file = scene.name + QLatin1StringView(contrast ? "-contrast" : "") +
+                                     QLatin1StringView(dark ? "-dark" : "") + scale +
+                                     QLatin1StringView(".png");
+                if (wanted && !(fine && contrast) && !makePicture(scene, contrast, folder.filePath(file))) {
+                    ++failures;
+                }
             }
         }
     }
@@ -51,7 +86,8 @@ int makePictures(const QDir& folder, const QString& only)
 } // namespace
 } // namespace tessary::pictures
 
-/// Writes a picture of every screen and state, light and dark, into the folder given.
+/// Writes a picture of every screen and state, light and dark, into the folder given. QT_SCALE_FACTOR says
+/// how fine.
 int main(int argc, char** argv)
 {
     for (const auto& [name, value] :

@@ -38,7 +38,6 @@ private Q_SLOTS:
     void logFollowsItsEndAndOtherwiseStays();
     void hiddenLogComesBackWhereItWas();
     void whatIsCutOffShowsUnderThePointer();
-    void buttonsAreLargeEnough();
     void detailsHideAndShow();
     void overlayShowsAndGoes();
     void headerNamesTheWorkspaceAndLeadsToTheKey();
@@ -199,18 +198,6 @@ void UploaderWindowTest::whatIsCutOffShowsUnderThePointer()
     QTest::mouseMove(&m_fixture->window(), pointer);
     QTRY_VERIFY(!m_fixture->item("statusLine")->property("truncated").toBool());
     QVERIFY(m_fixture->item("tip") == nullptr);
-}
-
-void UploaderWindowTest::buttonsAreLargeEnough()
-{
-    state().setSelectedFile(file("/a.mov"));
-    state().enter(UploadState::Requesting);
-    for (const char* name : {"workspaceBlock", "detailsButton", "clearButton", "formatOption:2D",
-                             "perspectiveOption:60", "uploadButton", "cancelUploadButton"}) {
-        QTRY_VERIFY(m_fixture->item(name) != nullptr);
-        const QSizeF size = m_fixture->item(name)->size();
-        QVERIFY2(size.width() >= 24 && size.height() >= 24, name);
-    }
 }
 
 void UploaderWindowTest::detailsHideAndShow()

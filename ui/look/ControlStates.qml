@@ -21,7 +21,7 @@ Item {
         // qmllint disable unqualified
         sourceComponent: Squircle {
             radius: marks.radius
-            fill: Look.faded(Look.black, 0.12)
+            fill: Look.pressedColor
         }
         // qmllint enable unqualified
     }

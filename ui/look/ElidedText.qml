@@ -7,6 +7,7 @@ StyledText {
 
     elide: Text.ElideRight
     maximumLineCount: 1
+    clip: contentWidth > width // joined letters may come out wider than what was counted with
 
     HoverHandler {
         id: pointer

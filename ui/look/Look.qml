@@ -35,6 +35,8 @@ QtObject {
     readonly property color alternateSelectedControlTextColor: highContrast ? paper : white
     readonly property color selectedControlColor: dark ? "#3f638b" : "#b3d7ff"
     readonly property color selectedTextBackgroundColor: tone("#b3d7ff", "#3f638a", "#b3d7ff", "#24486c")
+    /// Over a control while it is held.
+    readonly property color pressedColor: tone(Qt.rgba(0, 0, 0, 0.12), Qt.rgba(1, 1, 1, 0.16), Qt.rgba(0, 0, 0, 0.3), Qt.rgba(1, 1, 1, 0.3))
     readonly property color accentColor: highContrast ? systemBlueColor : DesktopTheme.accent
     readonly property color accentTextColor: highContrast ? paper : DesktopTheme.textOnAccent
     readonly property color sidebarColor: dark ? "#2b2b2d" : "#e7e7ea"

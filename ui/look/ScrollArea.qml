@@ -68,10 +68,10 @@ Item {
             implicitWidth: 12
             Accessible.ignored: true // its area scrolls to what the keyboard is at
 
-            contentItem: Rectangle {
+            contentItem: Squircle {
                 implicitWidth: 6
                 radius: 3
-                color: Look.labelColor
+                fill: Look.labelColor
                 opacity: bar.pressed || bar.hovered ? 0.7 : 0.52
             }
         }

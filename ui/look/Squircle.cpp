@@ -21,7 +21,7 @@ int Squircle::linePixels(qreal scale) const
 
 int Squircle::overhang(qreal scale) const
 {
-    return linePixels(scale) / 2;
+    return m_lineInside ? 0 : linePixels(scale) / 2;
 }
 
 void Squircle::paint(QPainter& painter, QSizeF size, qreal scale) const
@@ -35,7 +35,7 @@ void Squircle::paint(QPainter& painter, QSizeF size, qreal scale) const
         return;
     }
     // The line lies centred on the edge when that covers whole device pixels, else half a pixel further in.
-    const qreal inset = pixels % 2 == 0 ? 0 : 0.5 / scale;
+    const qreal inset = (pixels / 2.0 - overhang(scale)) / scale;
     QPen pen(m_outline, pixels / scale, m_dashes.isEmpty() ? Qt::SolidLine : Qt::CustomDashLine, Qt::FlatCap,
              Qt::MiterJoin);
     pen.setMiterLimit(10);

@@ -22,6 +22,8 @@ class Squircle
     Q_PROPERTY(QColor outline MEMBER m_outline NOTIFY lookChanged)
     /// In points; drawn in whole device pixels, one at least.
     Q_PROPERTY(qreal lineWidth MEMBER m_lineWidth NOTIFY lookChanged)
+    /// The outline stays within the edge.
+    Q_PROPERTY(bool lineInside MEMBER m_lineInside NOTIFY lookChanged)
     /// Lengths of dashes and gaps in points, in turn; empty for a solid line. Dashes have butt caps, corners
     /// are mitred with a limit of 10 line widths.
     Q_PROPERTY(QVariantList dashes MEMBER m_dashes NOTIFY lookChanged)
@@ -45,6 +47,7 @@ private:
     QColor m_fill = Qt::transparent;
     QColor m_outline = Qt::transparent;
     qreal m_lineWidth = 0;
+    bool m_lineInside = false;
     QVariantList m_dashes;
 };
 

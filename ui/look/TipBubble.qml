@@ -27,6 +27,8 @@ T.ToolTip {
         text: tip.text
         font: tip.font
         wrapMode: Text.Wrap
+        elide: Text.ElideRight
+        maximumLineCount: 20
         Accessible.ignored: true
     }
     background: Panel {

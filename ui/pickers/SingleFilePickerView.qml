@@ -75,12 +75,11 @@ FileZone {
                 elide: Text.ElideMiddle
             }
 
-            StyledText {
+            ElidedText {
                 Layout.fillWidth: true
                 text: picker.slot.kind
                 font: Look.caption
                 color: Look.secondaryLabelColor
-                elide: Text.ElideRight
             }
         }
 

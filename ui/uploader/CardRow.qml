@@ -18,7 +18,7 @@ Item {
         uploader: row.uploader
     }
 
-    Rectangle {
+    Squircle {
         id: divider
 
         objectName: "cardDivider"
@@ -26,7 +26,7 @@ Item {
         y: 2 * Look.padding
         width: 1
         height: row.height - 4 * Look.padding
-        color: Look.separatorColor
+        fill: Look.separatorColor
     }
 
     LogCard {

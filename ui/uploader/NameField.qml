@@ -29,7 +29,7 @@ TextField {
     }
 
     // A field that is not being edited shows the start of a name that is too long for it.
-    StyledText {
+    ElidedText {
         id: shortened
 
         anchors.fill: parent
@@ -37,7 +37,6 @@ TextField {
         visible: !field.activeFocus && field.contentWidth > field.width - field.leftPadding - field.rightPadding
         text: field.text
         verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
         Accessible.ignored: true
     }
 }

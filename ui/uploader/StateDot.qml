@@ -2,7 +2,7 @@ import QtQuick
 import Tessary.Look
 
 // Green and calm, or blue and pulsing.
-Rectangle {
+Squircle {
     id: dot
 
     required property bool busy
@@ -12,10 +12,10 @@ Rectangle {
     implicitWidth: 8
     implicitHeight: 8
     radius: 4
-    antialiasing: true
-    color: busy ? Look.systemBlueColor : Look.systemGreenColor
-    border.width: busy || Look.dark ? 0 : 1 // green alone is too light beside white
-    border.color: Look.secondaryLabelColor
+    fill: busy ? Look.systemBlueColor : Look.systemGreenColor
+    outline: Look.secondaryLabelColor
+    lineWidth: busy || Look.dark ? 0 : 1 // green alone is too light beside white
+    lineInside: true
     opacity: calmOpacity
     Accessible.ignored: true
 

@@ -60,13 +60,12 @@ Item {
             y: 40
             spacing: Look.spacing
 
-            Rectangle {
+            Squircle {
                 anchors.horizontalCenter: parent.horizontalCenter
                 width: 80
                 height: 80
                 radius: 40
-                antialiasing: true
-                color: Look.systemGreenColor
+                fill: Look.systemGreenColor
                 objectName: "successBadge"
                 scale: 0.5 + 0.5 * notice.amount
                 opacity: notice.amount

@@ -7,7 +7,8 @@ ProgressItem {
 
     required property double progress
     readonly property real value: isFinite(progress) ? progress : 0
-    readonly property real farthest: 1e5 ///< beyond any screen; wider is not drawable
+    readonly property real farthest: 8000 ///< beyond any screen; more is not drawn
+    readonly property real slack: 1 ///< what lies on whole device pixels may lie beside its place by less
 
     objectName: "progressBar"
     implicitWidth: 100
@@ -16,32 +17,44 @@ ProgressItem {
     percent: Math.round(Math.max(0, Math.min(value, 1)) * 100)
     Accessible.role: Accessible.ProgressBar
 
-    Rectangle {
+    Squircle {
         id: groove
 
         anchors.fill: parent
         radius: 4
-        color: Look.separatorColor
+        fill: Look.separatorColor
     }
 
-    // Narrower than its own round ends, the fill shows what the track's end leaves of it.
     Item {
-        objectName: "progressFill"
-        width: Math.max(0, Math.min(track.value * track.width, track.farthest))
-        height: track.height
-        clip: width < 2 * groove.radius
+        id: amount
 
-        Rectangle {
-            width: Math.max(parent.width, 2 * groove.radius)
-            height: parent.height
-            radius: groove.radius
-            color: Look.systemBlueColor
-        }
+        objectName: "progressFill"
+        width: Math.max(0, track.value * track.width)
+        height: track.height
 
         Behavior on width {
             NumberAnimation {
                 duration: Look.animations ? Look.standardSeconds * 1000 : 0
             }
+        }
+    }
+
+    // Narrower than its own round ends, the fill shows what the track's end leaves of it.
+    Item {
+        x: -track.slack
+        y: -track.slack
+        width: amount.width + track.slack
+        height: track.height + 2 * track.slack
+        clip: amount.width < 2 * groove.radius
+
+        Squircle {
+            x: track.slack
+            y: track.slack
+            width: Math.max(2 * groove.radius, Math.min(amount.width, track.farthest))
+            height: track.height
+            radius: groove.radius
+            fill: Look.systemBlueColor
+            visible: amount.width > 0
         }
     }
 }

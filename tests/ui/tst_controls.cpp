@@ -1,0 +1,123 @@
+#undef QT_NO_CAST_FROM_ASCII // names, everywhere
+
+#include "testkit/ProgramFixture.h"
+#include "testkit/SteppedClock.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPalette>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+using namespace tessary;
+
+/// What can be pressed is large enough for it, and shows it.
+class ControlsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void showThatTheyArePressed_data();
+    void showThatTheyArePressed();
+    void areLargeEnough();
+
+private:
+    /// Brings up the screen with that control; waits until it can be pressed.
+    [[nodiscard]] bool showScreenOf(const QByteArray& name);
+
+    /// The mean of all parts of all colours of the item's pixels, up to 255, when nothing moves any more.
+    [[nodiscard]] double tone(const QQuickItem& item, testkit::SteppedClock& clock) const;
+
+    std::unique_ptr<testkit::ProgramFixture> m_fixture;
+};
+
+bool ControlsTest::showScreenOf(const QByteArray& name)
+{
+    m_fixture = std::make_unique<testkit::ProgramFixture>();
+    if (!m_fixture->showUploader()) {
+        return false;
+    }
+    FileUploaderState& state = m_fixture->state();
+    if (name == "cancelKeyButton") {
+        m_fixture->application().appManager()->setEditingAPIKey(true);
+    } else if (name == "cancelUploadButton") {
+        state.enter(UploadState::Requesting);
+    } else if (name == "leftEyePicker") {
+        state.selectFormat("Separate");
+    } else if (name != "filePicker") {
+        state.setSelectedFile(QUrl::fromLocalFile("/a.mov"));
+        state.setVideoName("name");
+    }
+    return m_fixture->driver().ready(name);
+}
+
+double ControlsTest::tone(const QQuickItem& item, testkit::SteppedClock& clock) const
+{
+    for (int count = 0; count < 40; ++count) {
+        clock.step(50);
+    }
+    const QImage picture = m_fixture->window().grabWindow();
+    const QRect place = item.mapRectToScene(item.boundingRect()).toRect().intersected(picture.rect());
+    double sum = 0;
+    for (int y = place.top(); y <= place.bottom(); ++y) {
+        for (int x = place.left(); x <= place.right(); ++x) {
+            const QRgb pixel = picture.pixel(x, y);
+            sum += qRed(pixel) + qGreen(pixel) + qBlue(pixel);
+        }
+    }
+    return sum / 3 / place.width() / place.height();
+}
+
+void ControlsTest::showThatTheyArePressed_data()
+{
+    QTest::addColumn<bool>("dark");
+    QTest::addColumn<QByteArray>("name");
+    for (const bool dark : {false, true}) {
+        for (const char* name :
+             {"workspaceBlock", "detailsButton", "filePicker", "leftEyePicker", "clearButton",
+              "formatOption:2D", "formatOption:Stereoscopic Left/Right", "perspectiveOption:180",
+              "uploadButton", "cancelUploadButton", "cancelKeyButton"}) {
+            QTest::addRow("%s, %s", name, dark ? "dark" : "light") << dark << QByteArray(name);
+        }
+    }
+}
+
+/// A held button looks other than one that the pointer only rests on, and let go elsewhere, it has done
+/// nothing.
+void ControlsTest::showThatTheyArePressed()
+{
+    QFETCH(bool, dark);
+    QFETCH(QByteArray, name);
+    QGuiApplication::setPalette(QPalette(dark ? Qt::black : Qt::white));
+    QVERIFY(showScreenOf(name));
+    QQuickWindow& window = m_fixture->window();
+    testkit::SteppedClock clock(*qmlEngine(&window));
+    const QQuickItem& control = *m_fixture->item(name);
+    const QPoint pointer = m_fixture->centreOf(name);
+    QTest::mouseMove(&window, pointer);
+    const double hovered = tone(control, clock);
+    QTest::mousePress(&window, Qt::LeftButton, {}, pointer);
+    const double pressed = tone(control, clock);
+    QVERIFY2(std::abs(pressed - hovered) > 8, qPrintable(QString::number(pressed - hovered)));
+    QTest::mouseMove(&window, {450, 4});
+    QTest::mouseRelease(&window, Qt::LeftButton, {}, {450, 4});
+    QTest::mouseMove(&window, pointer);
+    QCOMPARE(tone(control, clock), hovered);
+}
+
+void ControlsTest::areLargeEnough()
+{
+    for (const char* name :
+         {"workspaceBlock", "detailsButton", "clearButton", "formatOption:2D", "perspectiveOption:60",
+          "uploadButton", "cancelUploadButton", "cancelKeyButton"}) {
+        QVERIFY(showScreenOf(name));
+        const QSizeF size = m_fixture->item(name)->size();
+        QVERIFY2(size.width() >= 24 && size.height() >= 24, name);
+    }
+}
+
+QTEST_MAIN(ControlsTest)
+
+#include "tst_controls.moc"
