@@ -112,8 +112,8 @@ void APIServiceTest::endings_data()
     const Call registration = submit;
     const char* invalid = "tessary_macos_uploader.APIServiceError 0";
     for (const char* head :
-         {"200 OK", "500 Broken", "401 No", "401 No\r\nWWW-Authenticate: Basic realm=\"x\"", "407 No",
-          "422 No", "300 Choose\r\nLocation: /elsewhere", "301 Moved",
+         {"200 OK", "500 Broken", "400 No", "401 No", "401 No\r\nWWW-Authenticate: Basic realm=\"x\"",
+          "407 No", "422 No", "300 Choose\r\nLocation: /elsewhere", "301 Moved",
           "302 Moved\r\nLocation: ", "307 Moved\r\nLocation: http://["}) {
         row(head, startup, head, workspaceBody, "ok", "");
     }
