@@ -20,8 +20,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    int m_flashTime; ///< the desktop's
-    QTimer m_timer;
+    int m_flashTime;      ///< the desktop's
+    QTimer m_timer{this}; ///< until it rests
 };
 
 } // namespace tessary::desktop

@@ -1,5 +1,7 @@
 #include "desktop/PortalAppearance.h"
 
+#include "desktop/Portal.h"
+
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -13,12 +15,10 @@ namespace {
 
 using Settings = QMap<QString, QVariantMap>;
 
-const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString accessibility = QStringLiteral("org.gnome.desktop.a11y.interface");
-const QString interface = QStringLiteral("org.gnome.desktop.interface");
+const QString desktopInterface = QStringLiteral("org.gnome.desktop.interface");
 
 /// In the portal's settings 0 is no preference; of the appearance, 2 is light.
 constexpr uint dark = 1;
@@ -33,11 +33,11 @@ PortalAppearance::PortalAppearance(QDBusConnection bus, QObject* parent)
         return;
     }
     qRegisterMetaType<QDBusVariant>(); // by its name, or the first one to connect would not be connected
-    m_bus.connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+    m_bus.connect(portal::service, portal::path, settingsInterface, QStringLiteral("SettingChanged"), this,
                   SLOT(takeSetting(QString, QString, QDBusVariant)));
-    QDBusMessage question =
-        QDBusMessage::createMethodCall(portal, portalPath, settingsInterface, QStringLiteral("ReadAll"));
-    question.setArguments({QStringList{appearance, accessibility, interface}});
+    QDBusMessage question = QDBusMessage::createMethodCall(portal::service, portal::path, settingsInterface,
+                                                           QStringLiteral("ReadAll"));
+    question.setArguments({QStringList{appearance, accessibility, desktopInterface}});
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
@@ -63,7 +63,7 @@ bool PortalAppearance::highContrast() const
 
 bool PortalAppearance::animations() const
 {
-    return m_settings[interface].value(QStringLiteral("enable-animations"), true) != QVariant(false);
+    return m_settings[desktopInterface].value(QStringLiteral("enable-animations"), true) != QVariant(false);
 }
 
 double PortalAppearance::textScale() const
@@ -72,13 +72,13 @@ double PortalAppearance::textScale() const
     constexpr double largest = 3;
     bool isNumber = false;
     const double scale =
-        m_settings[interface].value(QStringLiteral("text-scaling-factor")).toDouble(&isNumber);
+        m_settings[desktopInterface].value(QStringLiteral("text-scaling-factor")).toDouble(&isNumber);
     return isNumber && scale > 0 ? std::clamp(scale, smallest, largest) : 1; // also when it is not a number
 }
 
 void PortalAppearance::takeSetting(const QString& group, const QString& key, const QDBusVariant& value)
 {
-    if (group == appearance || group == accessibility || group == interface) {
+    if (group == appearance || group == accessibility || group == desktopInterface) {
         m_settings[group][key] = value.variant();
         if (group == interface && key == QLatin1StringView("font-name")) {
             m_changedFont = value.variant().toString();

@@ -1,5 +1,7 @@
 #include "desktop/PortalFileChooser.h"
 
+#include "desktop/Portal.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
@@ -18,8 +20,6 @@
 namespace tessary::desktop {
 namespace {
 
-const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString fileChooser = QStringLiteral("org.freedesktop.portal.FileChooser");
 const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 
@@ -29,7 +29,7 @@ constexpr std::chrono::milliseconds patience{1500};
 QDBusMessage call(const QString& path, const QString& interface, const QString& method,
                   const QVariantList& arguments)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(portal, path, interface, method);
+    QDBusMessage message = QDBusMessage::createMethodCall(portal::service, path, interface, method);
     message.setArguments(arguments);
     return message;
 }
@@ -85,7 +85,7 @@ QString portalNameOf(const QWindow* window)
 PortalFileChooser::PortalFileChooser(QDBusConnection bus, QObject* parent)
     : QObject(parent),
       m_bus(std::move(bus)),
-      m_portal(portal, m_bus, QDBusServiceWatcher::WatchForUnregistration)
+      m_portal(portal::service, m_bus, QDBusServiceWatcher::WatchForUnregistration)
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(patience);
@@ -118,7 +118,7 @@ void PortalFileChooser::open(const QWindow* window, const QString& title)
     m_window = portalNameOf(window);
     m_title = title;
     m_timer.start();
-    ask(call(portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+    ask(call(portal::path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
              {fileChooser, QStringLiteral("version")}),
         &PortalFileChooser::takeVersion);
 }
@@ -154,9 +154,9 @@ void PortalFileChooser::takeVersion(const QVariant& version)
     const QString token = QStringLiteral("tessary") + QUuid::createUuid().toString(QUuid::Id128);
     // The answer may come before that of the call, so it is listened for where it will be announced.
     const QString sender = m_bus.baseService().mid(1).replace(u'.', u'_');
-    listen(portalPath + QStringLiteral("/request/") + sender + u'/' + token);
+    listen(portal::path + QStringLiteral("/request/") + sender + u'/' + token);
     const QVariantMap options{{QStringLiteral("handle_token"), token}, {QStringLiteral("modal"), true}};
-    ask(call(portalPath, fileChooser, QStringLiteral("OpenFile"), {m_window, m_title, options}),
+    ask(call(portal::path, fileChooser, QStringLiteral("OpenFile"), {m_window, m_title, options}),
         &PortalFileChooser::takeRequest);
 }
 
@@ -175,10 +175,10 @@ void PortalFileChooser::takeRequest(const QVariant& request)
 
 void PortalFileChooser::listen(const QString& request)
 {
-    m_bus.disconnect(portal, m_request, requestInterface, QStringLiteral("Response"), this,
+    m_bus.disconnect(portal::service, m_request, requestInterface, QStringLiteral("Response"), this,
                      SLOT(takeResponse(uint, QVariantMap)));
     m_request = request;
-    m_bus.connect(portal, m_request, requestInterface, QStringLiteral("Response"), this,
+    m_bus.connect(portal::service, m_request, requestInterface, QStringLiteral("Response"), this,
                   SLOT(takeResponse(uint, QVariantMap)));
 }
 
@@ -205,7 +205,7 @@ void PortalFileChooser::reset()
     ++m_round;
     m_timer.stop();
     if (!m_request.isEmpty()) {
-        m_bus.disconnect(portal, m_request, requestInterface, QStringLiteral("Response"), this,
+        m_bus.disconnect(portal::service, m_request, requestInterface, QStringLiteral("Response"), this,
                          SLOT(takeResponse(uint, QVariantMap)));
         m_request.clear();
     }

@@ -1,5 +1,7 @@
 #include "desktop/SuspendInhibitor.h"
 
+#include "desktop/Portal.h"
+
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
@@ -32,8 +34,7 @@ QDBusMessage withArguments(QDBusMessage call, const QVariantList& arguments)
 QDBusMessage askPortal()
 {
     const QVariantMap options{{QStringLiteral("reason"), reason}};
-    return withArguments(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
-                                                        QStringLiteral("/org/freedesktop/portal/desktop"),
+    return withArguments(QDBusMessage::createMethodCall(portal::service, portal::path,
                                                         QStringLiteral("org.freedesktop.portal.Inhibit"),
                                                         QStringLiteral("Inhibit")),
                          {QString(), suspendFlag, options});
@@ -41,9 +42,9 @@ QDBusMessage askPortal()
 
 QDBusMessage endPortal(const QVariant& handle)
 {
-    return QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.portal.Desktop"), handle.value<QDBusObjectPath>().path(),
-        QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Close"));
+    return QDBusMessage::createMethodCall(portal::service, handle.value<QDBusObjectPath>().path(),
+                                          QStringLiteral("org.freedesktop.portal.Request"),
+                                          QStringLiteral("Close"));
 }
 
 QDBusMessage sessionManagerCall(const QString& method)

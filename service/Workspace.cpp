@@ -135,7 +135,7 @@ std::optional<Workspace> Workspace::fromAnswer(const QByteArray& body)
         return std::nullopt;
     }
     const QJsonObject answer = reading.document->object();
-    Workspace workspace;
+    Workspace workspace{};
     for (const Field& field : fields) {
         if (!field.readAnswer(answer[field.wireKey], workspace)) {
             printDeserializingError(QStringLiteral("noData"));
@@ -156,7 +156,7 @@ QJsonObject Workspace::toJson() const
 
 std::optional<Workspace> Workspace::fromJson(const QJsonObject& json)
 {
-    Workspace workspace;
+    Workspace workspace{};
     for (const Field& field : fields) {
         if (!field.readRecord(json[field.name], workspace)) {
             return std::nullopt;

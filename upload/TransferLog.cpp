@@ -17,7 +17,7 @@
 namespace tessary {
 namespace {
 
-constexpr QLatin1StringView rateMark("(Mb/s): ");
+const QString rateMark = QStringLiteral("(Mb/s): ");
 
 bool isChatter(const QString& text)
 {
@@ -71,11 +71,8 @@ double readPercentage(const QString& report)
 QString progressEntry(const QString& report, double percentage)
 {
     QString entry = writeNumber(percentage) + u'%';
-    if (const qsizetype mark = report.indexOf(rateMark); mark >= 0) {
-        const qsizetype begin = mark + rateMark.size();
-        const qsizetype next = report.indexOf(rateMark, begin);
-        entry += QLatin1StringView(": ") + report.mid(begin, next < 0 ? -1 : next - begin) +
-                 QLatin1StringView(" (Mb/s)");
+    if (report.contains(rateMark)) { // what follows the first one, up to the next
+        entry += QLatin1StringView(": ") + report.section(rateMark, 1, 1) + QLatin1StringView(" (Mb/s)");
     }
     return entry + u'\n';
 }

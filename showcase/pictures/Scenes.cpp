@@ -19,7 +19,7 @@ const QUrl right = QUrl::fromLocalFile(QStringLiteral("/home/ada/Videos/harbour-
 void signIn(ProgramFixture& program, const QString& workspaceName)
 {
     program.session().setApiKey(QStringLiteral("key"));
-    Workspace workspace;
+    Workspace workspace{};
     workspace.workspaceName = workspaceName;
     program.session().setWorkspaceData(workspace);
 }

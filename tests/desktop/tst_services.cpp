@@ -1,3 +1,4 @@
+#include "desktop/CaretRest.h"
 #include "desktop/PortalAppearance.h"
 #include "desktop/SuspendInhibitor.h"
 #include "tests/support/FakeService.h"
@@ -6,8 +7,11 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
+#include <QGuiApplication>
 #include <QRegularExpression>
+#include <QStyleHints>
 #include <QTest>
+#include <QTimer>
 
 using namespace tessary::desktop;
 using namespace tessary::testing;
@@ -26,6 +30,8 @@ private Q_SLOTS:
     void isSilentWhereNobodyOffersIt();
     void followsTheAppearance_data();
     void followsTheAppearance();
+    void theCaretRestsUntilItIsWoken_data();
+    void theCaretRestsUntilItIsWoken();
 
 private:
     /// Until what was sent to the desktop before has been answered.
@@ -182,5 +188,38 @@ void DesktopTest::followsTheAppearance()
     QCOMPARE(said(told), expected);
 }
 
-QTEST_GUILESS_MAIN(DesktopTest)
+void DesktopTest::theCaretRestsUntilItIsWoken_data()
+{
+    QTest::addColumn<int>("event");
+    QTest::addColumn<bool>("wakes");
+    QTest::newRow("key") << int(QEvent::KeyPress) << true;
+    QTest::newRow("click") << int(QEvent::MouseButtonPress) << true;
+    QTest::newRow("key let go") << int(QEvent::KeyRelease) << false;
+}
+
+void DesktopTest::theCaretRestsUntilItIsWoken()
+{
+    QFETCH(int, event);
+    QFETCH(bool, wakes);
+    const auto flashTime = [] { return QGuiApplication::styleHints()->cursorFlashTime(); };
+    const int before = flashTime();
+    QVERIFY(before > 0);
+    {
+        const CaretRest rest;
+        auto* untouched = rest.findChild<QTimer*>();
+        QVERIFY(untouched->isActive() && untouched->isSingleShot());
+        QCOMPARE(untouched->intervalAsDuration(), std::chrono::seconds(10));
+        untouched->setInterval(0); // the ten seconds are over
+        QTRY_COMPARE(flashTime(), 0);
+        untouched->setInterval(std::chrono::minutes(1));
+        QEvent touch{static_cast<QEvent::Type>(event)};
+        QObject something;
+        QCoreApplication::sendEvent(&something, &touch);
+        QCOMPARE(flashTime(), wakes ? before : 0);
+        QCOMPARE(untouched->isActive(), wakes);
+    }
+    QCOMPARE(flashTime(), before);
+}
+
+QTEST_MAIN(DesktopTest)
 #include "tst_services.moc"

@@ -49,8 +49,10 @@ void TransportTest::initTestCase()
     for (const char* name : {"http_proxy", "https_proxy", "HTTP_PROXY", "HTTPS_PROXY"}) {
         qputenv(name, "http://" + m_proxy.address());
     }
-    qputenv("no_proxy", "127.0.0.1");
-    qputenv("NO_PROXY", "127.0.0.1");
+    for (const char* name : {"no_proxy", "NO_PROXY"}) {
+        qputenv(name, "127.0.0.1,nowhere.invalid");
+    }
+    qputenv("RES_OPTIONS", "timeout:1 attempts:1"); // where no name server is to be reached
 }
 
 void TransportTest::noAnswer_data()
@@ -146,6 +148,10 @@ void TransportTest::theSystemsProxyIsUsed()
              QStringLiteral("none"));
     QCOMPARE(m_proxy.requests().size(), 1);
     QVERIFY(m_proxy.requests().at(0).startsWith("GET http://service.invalid/api/upload-app/pull-startup"));
+    m_proxy.setAnswers({redirect("302", "http://service.invalid:80/"), list}); // the port it has anyhow
+    QCOMPARE(run(pullStartup, APIService(QStringLiteral("http://service.invalid/api"))).result,
+             QStringLiteral("none"));
+    QCOMPARE(m_proxy.requests().size(), 3);
 
     // Over TLS, the proxy sees neither path nor key.
     m_proxy.setAnswers(
@@ -156,8 +162,8 @@ void TransportTest::theSystemsProxyIsUsed()
                  QStringLiteral("The network's proxy asks for a password, which this program cannot give."));
         QCOMPARE(output.text(), QByteArray());
     }
-    QVERIFY(m_proxy.requests().at(1).startsWith("CONNECT service.invalid:443"));
-    QVERIFY(!m_proxy.requests().at(1).contains("a key"));
+    QVERIFY(m_proxy.requests().at(3).startsWith("CONNECT service.invalid:443"));
+    QVERIFY(!m_proxy.requests().at(3).contains("a key"));
 
     const qsizetype before = m_proxy.requests().size();
     const RawServer excepted({list});
@@ -171,6 +177,8 @@ void TransportTest::whatCannotBeSent()
              QStringLiteral("tessary_macos_uploader.APIServiceError"));
     const QString down = QStringLiteral("http://127.0.0.1:9/api");
     QVERIFY(run(pullStartup, APIService(down)).description.contains(QLatin1StringView("refused")));
+    QCOMPARE(run(pullStartup, APIService(QStringLiteral("http://nowhere.invalid/api"))).description,
+             QStringLiteral("The service could not be found. Check the network connection."));
 
     const RawServer server;
     for (const char* key : {"key\rX", "key\nX", "\0"}) {

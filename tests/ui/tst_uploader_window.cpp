@@ -230,7 +230,7 @@ void UploaderWindowTest::overlayShowsAndGoes()
 void UploaderWindowTest::headerNamesTheWorkspaceAndLeadsToTheKey()
 {
     QCOMPARE(m_fixture->driver().textOf("workspaceBlock"), "Loading...");
-    Workspace workspace;
+    Workspace workspace{};
     workspace.workspaceName = "<b>Lab</b>";
     m_fixture->session().setWorkspaceData(workspace);
     QCOMPARE(m_fixture->driver().textOf("workspaceBlock"), "<b>Lab</b>");

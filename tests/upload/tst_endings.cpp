@@ -199,14 +199,21 @@ void EndingsTest::aProgramMayEndAtAnyMoment()
         }
     };
     connect(&service, &LocalService::requestReceived, &service, endAt);
+    QStringList statuses;
     connect(screen.get(), &FileUploaderState::statusMessageChanged, &service,
-            [endAt, shown = screen.get()] { endAt(shown->statusMessage()); });
+            [endAt, &statuses, shown = screen.get()] {
+                statuses.append(shown->statusMessage());
+                endAt(shown->statusMessage());
+            });
     connect(screen.get(), &FileUploaderState::logsChanged, &service,
             [endAt, shown = screen.get()] { endAt(shown->logs()); });
     UploadFixture::choose(*screen, separate);
     screen->startUpload();
     QTRY_VERIFY_WITH_TIMEOUT(!app, 20'000);
     QVERIFY(state.expired()); // and with it what held it
+    if (statuses.first() == moment) {
+        QCOMPARE(statuses.size(), 1); // what has not begun never does
+    }
     QCOMPARE(testkit::takeProcessUsage().children, QList<qint64>());
     QCOMPARE(StoredApiKey(settings.path()).read(), key);
 #ifdef __SANITIZE_ADDRESS__
