@@ -6,6 +6,7 @@ Rectangle {
     id: track
 
     required property double progress
+    required property string words ///< how far it is and how long it will take; empty while that is not known
     readonly property real value: isFinite(progress) ? progress : 0
     readonly property real farthest: 1e5 ///< beyond any screen; wider is not drawable
 
@@ -16,6 +17,16 @@ Rectangle {
     color: Look.separatorColor
     Accessible.role: Accessible.ProgressBar
     Accessible.name: qsTr("Upload progress: %1 %").arg(Math.round(value * 100))
+    Accessible.description: words
+
+    HoverHandler {
+        id: pointer
+    }
+
+    Tip {
+        text: track.words
+        shown: pointer.hovered && track.words !== ""
+    }
 
     // Narrower than its own round ends, the fill shows what the track's end leaves of it.
     Item {
