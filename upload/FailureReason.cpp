@@ -20,7 +20,7 @@ struct KnownReason
 /// The first that matches counts. As AzCopy 10.32 words them, with the store's codes and the system's errors
 /// in them.
 constexpr std::array knownReasons{
-    KnownReason{"modified during transfer",
+    KnownReason{"modified during transfer|EOF. When chunk data read",
                 "The file changed while it was uploaded. Upload it again when it is finished."},
     KnownReason{"no space left|InsufficientStorage|QuotaExceeded|: 507 :",
                 "There is no space left for the upload."},
@@ -43,13 +43,21 @@ QRegularExpression pattern(const QString& text)
     return QRegularExpression(text, QRegularExpression::CaseInsensitiveOption);
 }
 
-/// The last line that holds a match and is not of the tool's summary; empty when there is none.
+/// What the tool says of every job: how far it is, where its log is, and its summary.
+bool isRoutine(const QString& line)
+{
+    static const QRegularExpression routine(
+        QStringLiteral("^\\s*([\\d.]+ %, |Number of |Total Number of |Log file is located at)"));
+    return line.contains(routine);
+}
+
+/// The last line that holds a match and is not said of every job; empty when there is none.
 QString lastLine(const QString& text, const QRegularExpression& wanted)
 {
     static const QRegularExpression lineEnd(QStringLiteral("[\\r\\n]+"));
     const QStringList lines = text.split(lineEnd, Qt::SkipEmptyParts);
     const auto found = std::find_if(lines.rbegin(), lines.rend(), [&wanted](const QString& line) {
-        return line.contains(wanted) && !line.startsWith(QLatin1StringView("Number of"));
+        return line.contains(wanted) && !isRoutine(line);
     });
     return found == lines.rend() ? QString() : found->simplified();
 }

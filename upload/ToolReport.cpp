@@ -8,10 +8,9 @@ void ToolReport::hear(const QString& output)
 {
     if (const QString path = readLogFilePath(output); !path.isEmpty()) {
         logFile = path;
-    } else if (!readTransferReport(output)) {
-        lastWords += output;
-        lastWords.remove(0, lastWords.size() - maxLastWords);
     }
+    lastWords += output.right(maxLastWords);
+    lastWords.remove(0, lastWords.size() - maxLastWords);
 }
 
 } // namespace tessary

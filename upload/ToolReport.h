@@ -7,11 +7,11 @@ namespace tessary {
 /// What a transfer tool that failed says of it. A plain value.
 struct ToolReport
 {
-    /// The most characters of the tool's last words that are kept; it says its reasons at the end.
-    static constexpr int maxLastWords = 4000;
+    /// The most characters of the tool's last words that are kept: its reason, and the summary after it.
+    static constexpr int maxLastWords = 8000;
 
     QString logFile;   ///< the path of its log; empty when it told none
-    QString lastWords; ///< the end of what it wrote, without its progress
+    QString lastWords; ///< the end of what it wrote
 
     /// Takes one chunk of its output.
     void hear(const QString& output);

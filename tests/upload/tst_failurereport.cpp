@@ -114,8 +114,8 @@ void FailureReportTest::readsTheEndOfTheLog()
     }
     ToolReport tool;
     tool.hear("\nJob 1 has started\nLog file is located at: " + path + "\n\n");
-    tool.hear("\r12.0 %, 0 Done, 2-sec Throughput (Mb/s): 1");
     tool.hear("it gave up\n");
+    tool.hear("\r12.0 %, 0 Done, 2-sec Throughput (Mb/s): 1");
     FailureReport report(tool);
     const QSignalSpy changed(&report, &FailureReport::changed);
     QCOMPARE(report.line(), "it gave up");
