@@ -8,6 +8,11 @@ Window {
 
     required property Program program
     required property UploaderApp application
+    readonly property string quitExplanation: {
+        const loss = qsTr("What is being uploaded or added to the library now will not be finished.");
+        const progress = application.uploadActivity.progressInWords;
+        return progress ? qsTr("%1. %2").arg(progress).arg(loss) : loss;
+    }
     readonly property string progressInBrief: content.item?.progressInBrief ?? ""
 
     /// Closing this window would end the program, and with it what is under way.
@@ -98,7 +103,7 @@ Window {
             enabled: !voidTime.running // qmllint disable unqualified
             opacity: enabled ? 1 : 0
             question: qsTr("Quit while an upload is under way?")
-            explanation: [window.application.uploadActivity.progressInWords, qsTr("What is being uploaded or added to the library now will not be finished.")].filter(text => text).join(". ")
+            explanation: window.quitExplanation // qmllint disable unqualified
             yes: qsTr("Quit")
             no: qsTr("Keep Uploading")
             onAnswered: yes => {

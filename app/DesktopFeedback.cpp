@@ -51,11 +51,12 @@ DesktopFeedback::DesktopFeedback(tessary_macos_uploaderApp& application) : m_app
             m_launcherEntry.setUrgent(false);
         }
     });
-    connect(&m_notifications, &desktop::Notifications::pressed, this,
-            [this](quint64 subject, const QString& token) {
-                // Only compared with what is there: the screen may be long gone.
-                Q_EMIT windowWanted(reinterpret_cast<const UploadListener*>(subject), token);
-            });
+    connect(&m_notifications, &desktop::Notifications::pressed, this, &DesktopFeedback::windowWanted);
+}
+
+quint64 DesktopFeedback::subjectOf(const UploadListener* screen)
+{
+    return reinterpret_cast<quint64>(screen);
 }
 
 void DesktopFeedback::tell(const UploadEnd& end)
@@ -64,7 +65,7 @@ void DesktopFeedback::tell(const UploadEnd& end)
         return; // it is seen there
     }
     m_launcherEntry.setUrgent(end.kind != UploadEnd::Kind::Registered);
-    m_notifications.show(reinterpret_cast<quint64>(end.screen),
+    m_notifications.show(subjectOf(end.screen),
                          notificationOf(end, m_application.sessionManager()->workspaceName()));
 }
 

@@ -5,7 +5,6 @@
 #include "desktop/SuspendInhibitor.h"
 #include "upload/UploadEnd.h"
 
-#include <QHash>
 #include <QObject>
 #include <QString>
 
@@ -23,10 +22,13 @@ public:
     /// @param application outlives this object
     explicit DesktopFeedback(tessary_macos_uploaderApp& application);
 
+    /// What the notifications of a screen are known by, which may be gone when one is pressed.
+    [[nodiscard]] static quint64 subjectOf(const UploadListener* screen);
+
 Q_SIGNALS:
     /// The person wants to see the window of that screen, or any when the screen is gone.
     /// @param token by which the compositor lets it come to the front; may be empty
-    void windowWanted(const tessary::UploadListener* screen, const QString& token);
+    void windowWanted(quint64 screen, const QString& token);
 
 private:
     void tell(const UploadEnd& end);

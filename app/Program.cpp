@@ -8,7 +8,6 @@
 #include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
-#include <QSessionManager>
 
 #include <algorithm>
 
@@ -106,11 +105,11 @@ void Program::answerSession(QSessionManager& session)
     }
 }
 
-void Program::show(const UploadListener* screen, const QString& token)
+void Program::show(quint64 screen, const QString& token)
 {
     const auto shows = [screen](const QQuickWindow* window) {
         const auto* holder = window->findChild<UploaderStateHolder*>();
-        return holder != nullptr && holder->state() == screen;
+        return holder != nullptr && DesktopFeedback::subjectOf(holder->state()) == screen;
     };
     const std::vector<QQuickWindow*> all = windows();
     const auto found = std::find_if(all.begin(), all.end(), shows);

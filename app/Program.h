@@ -7,12 +7,12 @@
 #include <QObject>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QSessionManager>
 
 #include <memory>
 #include <vector>
 
 class QQuickWindow;
-class QSessionManager;
 
 namespace tessary {
 
@@ -55,7 +55,7 @@ Q_SIGNALS:
 private:
     void forgetWindow(const QQuickWindow* window);
     void answerSession(QSessionManager& session);
-    void show(const UploadListener* screen, const QString& token);
+    void show(quint64 screen, const QString& token);
 
     tessary_macos_uploaderApp m_application;
     DesktopFeedback m_desktopFeedback;

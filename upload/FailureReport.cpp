@@ -21,7 +21,7 @@ FailureReport::FailureReport(ToolReport tool)
 
 QUrl FailureReport::logFile() const
 {
-    return m_tool.logFile.isEmpty() ? QUrl() : QUrl::fromLocalFile(m_tool.logFile);
+    return hasLogFile() ? QUrl::fromLocalFile(m_tool.logFile) : QUrl();
 }
 
 void FailureReport::readOn()

@@ -18,6 +18,7 @@ class FailureReport : public QObject
     Q_OBJECT
     Q_PROPERTY(QString words READ words NOTIFY changed)
     Q_PROPERTY(QString line READ line NOTIFY changed)
+    Q_PROPERTY(bool hasLogFile READ hasLogFile NOTIFY changed)
     Q_PROPERTY(QUrl logFile READ logFile NOTIFY changed)
     /// Whether the screen shows it, which people ask for.
     Q_PROPERTY(bool shown MEMBER m_shown NOTIFY shownChanged)
@@ -31,6 +32,8 @@ public:
     [[nodiscard]] const QString& words() const { return m_reason.words; }
 
     [[nodiscard]] const QString& line() const { return m_reason.line; }
+
+    [[nodiscard]] bool hasLogFile() const { return !m_tool.logFile.isEmpty(); }
 
     /// Empty when there is no such file.
     [[nodiscard]] QUrl logFile() const;

@@ -51,7 +51,7 @@ Sheet {
         Accessible.role: Accessible.EditableText
         Accessible.readOnly: true
         Accessible.name: qsTr("What the tool says")
-        KeyNavigation.backtab: close
+        KeyNavigation.tab: copy
     }
 
     Item {
@@ -70,7 +70,7 @@ Sheet {
             objectName: "closeFailureSheet"
             text: qsTr("Close")
             prominent: true
-            KeyNavigation.tab: line.visible ? line : copy
+            KeyNavigation.tab: line
             onClicked: sheet.dismissed()
         }
 
@@ -80,6 +80,7 @@ Sheet {
             objectName: "copyFailure"
             text: qsTr("Copy")
             visible: line.visible
+            KeyNavigation.tab: open
             onClicked: {
                 line.selectAll();
                 line.copy();
@@ -88,9 +89,11 @@ Sheet {
         }
 
         PushButton {
+            id: open
+
             objectName: "openToolReport"
             text: qsTr("Open the tool's report")
-            visible: sheet.report.logFile.toString() !== ""
+            visible: sheet.report.hasLogFile
             KeyNavigation.tab: close
             onClicked: Qt.openUrlExternally(sheet.report.logFile)
         }

@@ -25,13 +25,15 @@ RowLayout {
     }
 
     PlainButton {
+        id: why
+
         objectName: "whyButton"
         visible: !row.uploader.isUploading && row.uploader.failureReport !== null
         text: qsTr("Why?")
         explanation: qsTr("Tells why the upload failed")
         tip: explanation
         contentItem: StyledText {
-            text: parent.text
+            text: why.text
             font: Look.subheadline
             color: Look.systemBlueColor
             Accessible.ignored: true
