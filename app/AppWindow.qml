@@ -8,6 +8,12 @@ Window {
 
     required property Program program
     required property UploaderApp application
+    readonly property string quitExplanation: {
+        const loss = qsTr("What is being uploaded or added to the library now will not be finished.");
+        const progress = application.uploadActivity.progressInWords;
+        return progress ? qsTr("%1. %2").arg(progress).arg(loss) : loss;
+    }
+    readonly property string progressInBrief: content.item?.progressInBrief ?? ""
 
     /// Closing this window would end the program, and with it what is under way.
     function mayClose(): bool {
@@ -29,7 +35,7 @@ Window {
     width: 1000
     minimumWidth: 900
     minimumHeight: 600
-    title: Application.displayName
+    title: progressInBrief ? qsTr("%1 - %2").arg(progressInBrief).arg(Application.displayName) : Application.displayName
     // Only a window that starts out translucent can ever be; the screens fill all of it.
     color: DesktopTheme.composited ? Look.transparent : Look.windowBackgroundColor
     // Before it is first shown, so that it is placed in this size; and once, since the size is the person's from then on.
@@ -114,7 +120,7 @@ Window {
             enabled: !voidTime.running // qmllint disable unqualified
             opacity: enabled ? 1 : 0
             question: qsTr("Quit while an upload is under way?")
-            explanation: qsTr("What is being uploaded or added to the library now will not be finished.")
+            explanation: window.quitExplanation // qmllint disable unqualified
             yes: qsTr("Quit")
             no: qsTr("Keep Uploading")
             onAnswered: yes => {
@@ -133,6 +139,16 @@ Window {
         }
 
         target: window.application.uploadActivity
+    }
+
+    // The session wants to end, and was told to wait for the answer.
+    Connections {
+        function onQuestionWanted(asked) {
+            if (asked === window)
+                window.ask();
+        }
+
+        target: window.program
     }
 
     Timer {

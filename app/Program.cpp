@@ -1,6 +1,8 @@
 #include "app/Program.h"
 
+#include "desktop/BringToFront.h"
 #include "service/Diagnostics.h"
+#include "ui/uploader/UploaderStateHolder.h"
 
 #include <QGuiApplication>
 #include <QQuickItem>
@@ -12,7 +14,7 @@
 namespace tessary {
 
 Program::Program(const Configuration& configuration)
-    : m_application(configuration), m_windowComponent(&m_engine)
+    : m_application(configuration), m_desktopFeedback(m_application), m_windowComponent(&m_engine)
 {
     QGuiApplication::setApplicationName(QStringLiteral("tessary_macos_uploader"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessary Uploader"));
@@ -22,10 +24,10 @@ Program::Program(const Configuration& configuration)
         QQuickStyle::setStyle(style);
     }
 
-    const UploadActivity* activity = m_application.uploadActivity();
-    connect(activity, &UploadActivity::underWayChanged, this,
-            [this, activity] { m_suspendInhibitor.setWanted(activity->underWay()); });
-    connect(activity, &UploadActivity::ended, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    connect(m_application.uploadActivity(), &UploadActivity::ended, qApp, &QCoreApplication::quit,
+            Qt::QueuedConnection);
+    connect(&m_desktopFeedback, &DesktopFeedback::windowWanted, this, &Program::show);
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &Program::answerSession, Qt::DirectConnection);
     qApp->installEventFilter(this);
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     m_windowComponent.loadUrl(QUrl(QStringLiteral("qrc:/qt/qml/Tessary/App/AppWindow.qml")));
@@ -93,6 +95,28 @@ bool Program::eventFilter(QObject* watched, QEvent* event)
         event->ignore();
     }
     return QObject::eventFilter(watched, event);
+}
+
+void Program::answerSession(QSessionManager& session)
+{
+    if (m_application.uploadActivity()->underWay() && !m_windows.empty() && session.allowsInteraction()) {
+        session.cancel();
+        Q_EMIT questionWanted(m_windows.front().get());
+    }
+}
+
+void Program::show(quint64 screen, const QString& token)
+{
+    const auto shows = [screen](const QQuickWindow* window) {
+        const auto* holder = window->findChild<UploaderStateHolder*>();
+        return holder != nullptr && DesktopFeedback::subjectOf(holder->state()) == screen;
+    };
+    const std::vector<QQuickWindow*> all = windows();
+    const auto found = std::find_if(all.begin(), all.end(), shows);
+    QQuickWindow* window = found != all.end() ? *found : all.empty() ? nullptr : all.front();
+    if (window != nullptr) {
+        desktop::bringToFront(*window, token);
+    }
 }
 
 void Program::forgetWindow(const QQuickWindow* window)

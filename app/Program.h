@@ -1,12 +1,13 @@
 #pragma once
 
+#include "app/DesktopFeedback.h"
 #include "app/tessary_macos_uploaderApp.h"
 #include "desktop/CaretRest.h"
-#include "desktop/SuspendInhibitor.h"
 
 #include <QObject>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QSessionManager>
 
 #include <memory>
 #include <vector>
@@ -48,11 +49,16 @@ public:
 Q_SIGNALS:
     void windowCountChanged();
 
+    /// The session wants to end while something is under way: people are to be asked in that window.
+    void questionWanted(QQuickWindow* window);
+
 private:
     void forgetWindow(const QQuickWindow* window);
+    void answerSession(QSessionManager& session);
+    void show(quint64 screen, const QString& token);
 
     tessary_macos_uploaderApp m_application;
-    desktop::SuspendInhibitor m_suspendInhibitor;
+    DesktopFeedback m_desktopFeedback;
     desktop::CaretRest m_caretRest;
     QQmlEngine m_engine; ///< after the state it shows, so that it goes first
     QQmlComponent m_windowComponent;

@@ -1,13 +1,28 @@
 #include "app/Program.h"
 #include "desktop/ProcessSetup.h"
+#include "desktop/Termination.h"
 
 #include <QGuiApplication>
 
-int main(int argc, char** argv)
+namespace {
+
+int run(char** argv)
 {
-    tessary::desktop::prepareProcess();
-    argc = 1; // the program has no options, so the toolkit's do not count either
+    int argc = 1; // the program has no options, so the toolkit's do not count either
     const QGuiApplication application(argc, argv);
     tessary::Program program({});
+    const tessary::desktop::Termination termination;
+    QObject::connect(&termination, &tessary::desktop::Termination::requested, &program,
+                     &tessary::Program::quit);
     return program.run();
+}
+
+} // namespace
+
+int main(int /*argc*/, char** argv)
+{
+    tessary::desktop::prepareProcess();
+    const int status = run(argv);
+    tessary::desktop::endAsRequested();
+    return status;
 }

@@ -15,8 +15,8 @@ namespace {
 const QString applicationName = QStringLiteral("Tessary Uploader");
 const QString reason = QStringLiteral("A video is being uploaded");
 
-/// The same value stands for suspending in the portal's and in the session manager's flags.
-constexpr uint suspendFlag = 4;
+/// Logging out and suspending; the same values in the portal's and in the session manager's flags.
+constexpr uint flags = 1 | 4;
 
 struct Inhibition
 {
@@ -37,7 +37,7 @@ QDBusMessage askPortal()
     return withArguments(QDBusMessage::createMethodCall(portal::service, portal::path,
                                                         QStringLiteral("org.freedesktop.portal.Inhibit"),
                                                         QStringLiteral("Inhibit")),
-                         {QString(), suspendFlag, options});
+                         {QString(), flags, options});
 }
 
 QDBusMessage endPortal(const QVariant& handle)
@@ -58,7 +58,7 @@ QDBusMessage askSessionManager()
 {
     constexpr uint noWindow = 0;
     return withArguments(sessionManagerCall(QStringLiteral("Inhibit")),
-                         {applicationName, noWindow, reason, suspendFlag});
+                         {applicationName, noWindow, reason, flags});
 }
 
 QDBusMessage endSessionManager(const QVariant& cookie)

@@ -2,6 +2,7 @@
 
 #include "app/session/AppManager.h"
 #include "app/session/SessionManager.h"
+#include "upload/FailureReport.h"
 #include "upload/FileUploaderState.h"
 #include "upload/UploaderStateFactory.h"
 
@@ -24,6 +25,14 @@ struct SessionManagerType
     QML_FOREIGN(tessary::SessionManager)
     QML_NAMED_ELEMENT(SessionManager)
     QML_UNCREATABLE("There is one for the whole run.")
+};
+
+struct FailureReportType
+{
+    Q_GADGET
+    QML_FOREIGN(tessary::FailureReport)
+    QML_NAMED_ELEMENT(FailureReport)
+    QML_UNCREATABLE("It comes with an upload that failed.")
 };
 
 struct UploaderStateFactoryType

@@ -1,6 +1,7 @@
 #include "upload/FileUploaderState.h"
 
 #include "service/Diagnostics.h"
+#include "upload/UploadTask.h"
 #include "upload/UploadWorkflow.h"
 
 #include <QTimer>
@@ -11,6 +12,8 @@ FileUploaderState::FileUploaderState(UploadDependencies dependencies)
     : m_dependencies(std::move(dependencies)), m_statusMessage(statusMessageOf(UploadState::Ready))
 {
 }
+
+FileUploaderState::~FileUploaderState() = default;
 
 void FileUploaderState::setSelectedFile(const QUrl& file)
 {
@@ -71,6 +74,26 @@ void FileUploaderState::setIsUploading(bool uploading)
 {
     m_isUploading = uploading;
     Q_EMIT isUploadingChanged();
+    Q_EMIT progressInWordsChanged();
+}
+
+void FileUploaderState::setFailureReport(std::unique_ptr<FailureReport> report)
+{
+    if (report == nullptr && m_failureReport == nullptr) {
+        return;
+    }
+    const std::unique_ptr<FailureReport> before = std::exchange(m_failureReport, std::move(report));
+    Q_EMIT failureReportChanged();
+}
+
+QString FileUploaderState::progressInWords() const
+{
+    return m_isUploading && m_currentUploadTask ? m_currentUploadTask->progress.inWords() : QString();
+}
+
+QString FileUploaderState::progressInBrief() const
+{
+    return m_isUploading && m_currentUploadTask ? m_currentUploadTask->progress.inBrief() : QString();
 }
 
 void FileUploaderState::setShowSuccessAnimation(bool show)
@@ -89,7 +112,10 @@ void FileUploaderState::startUpload()
     m_log.clear();
     Q_EMIT logsChanged();
     Q_EMIT progressChanged();
-    m_currentUploadTask = std::make_shared<UploadTask>();
+    setFailureReport(nullptr);
+    m_currentUploadTask = std::make_shared<UploadTask>(m_form.files());
+    connect(&m_currentUploadTask->progress, &TransferProgress::changed, this,
+            &FileUploaderState::progressInWordsChanged);
     startUploadTask(shared_from_this(), m_currentUploadTask, m_form.files(), m_dependencies);
 }
 
@@ -126,6 +152,11 @@ void FileUploaderState::processOutput(const QString& text)
         Q_EMIT logsChanged();
         break;
     }
+}
+
+void FileUploaderState::takeToolReport(const ToolReport& report)
+{
+    setFailureReport(std::make_unique<FailureReport>(report));
 }
 
 void FileUploaderState::refreshLogs()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "upload/FailureReport.h"
 #include "upload/TransferLog.h"
 #include "upload/UploadDependencies.h"
 #include "upload/UploadForm.h"
@@ -45,6 +46,9 @@ class FileUploaderState : public QObject,
     Q_PROPERTY(bool isUploading READ isUploading NOTIFY isUploadingChanged)
     Q_PROPERTY(QString logs READ logs NOTIFY logsChanged)
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
+    Q_PROPERTY(QString progressInWords READ progressInWords NOTIFY progressInWordsChanged)
+    Q_PROPERTY(QString progressInBrief READ progressInBrief NOTIFY progressInWordsChanged)
+    Q_PROPERTY(tessary::FailureReport* failureReport READ failureReport NOTIFY failureReportChanged)
     Q_PROPERTY(bool showSuccessAnimation READ showSuccessAnimation NOTIFY showSuccessAnimationChanged)
 
     // What only the screen uses. The map goes from a format's name to whether the pointer is over its option.
@@ -58,6 +62,8 @@ public:
     static constexpr std::chrono::seconds successAnimationTime{2};
 
     explicit FileUploaderState(UploadDependencies dependencies);
+    ~FileUploaderState() override;
+    Q_DISABLE_COPY_MOVE(FileUploaderState)
 
     QUrl selectedFile() const { return m_form.selectedFile; }
 
@@ -99,6 +105,13 @@ public:
 
     double progress() const { return m_log.progress(); }
 
+    /// How far the upload under way is and how long it will take; empty while that is not known.
+    QString progressInWords() const;
+    QString progressInBrief() const;
+
+    /// Why the last upload failed; null unless a transfer tool failed.
+    FailureReport* failureReport() const { return m_failureReport.get(); }
+
     bool showSuccessAnimation() const { return m_showSuccessAnimation; }
 
     UploadState uploadState() const { return m_uploadState; }
@@ -121,6 +134,7 @@ public:
 
     void enter(UploadState state, const QString& description = {}) override;
     void processOutput(const QString& text) override;
+    void takeToolReport(const ToolReport& report) override;
     void refreshLogs() override;
 
     const UploadForm& form() const override { return m_form; }
@@ -147,6 +161,8 @@ Q_SIGNALS:
     void isUploadingChanged();
     void logsChanged();
     void progressChanged();
+    void progressInWordsChanged();
+    void failureReportChanged();
     void showSuccessAnimationChanged();
     void isHeaderHoveredChanged();
     void showDetailsChanged();
@@ -154,6 +170,7 @@ Q_SIGNALS:
 
 private:
     void setIsUploading(bool uploading);
+    void setFailureReport(std::unique_ptr<FailureReport> report);
 
     UploadForm m_form;
 
@@ -162,6 +179,7 @@ private:
     QString m_statusMessage;
     bool m_isUploading = false;
     TransferLog m_log;
+    std::unique_ptr<FailureReport> m_failureReport;
     bool m_showSuccessAnimation = false;
     std::shared_ptr<UploadTask> m_currentUploadTask;
 

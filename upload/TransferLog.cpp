@@ -18,11 +18,11 @@ namespace tessary {
 namespace {
 
 const QString rateMark = QStringLiteral("(Mb/s): ");
+constexpr QLatin1StringView logFileMark("Log file is located at");
 
 bool isChatter(const QString& text)
 {
-    return text.contains(QLatin1StringView("Log file is located at")) ||
-           text.contains(QLatin1StringView("Number of")) ||
+    return text.contains(logFileMark) || text.contains(QLatin1StringView("Number of")) ||
            text.contains(QLatin1StringView("A newer version"));
 }
 
@@ -68,11 +68,17 @@ double readPercentage(const QString& report)
     return readNumber(number.toString());
 }
 
-QString progressEntry(const QString& report, double percentage)
+std::optional<QString> readThroughput(const QString& report)
 {
-    QString entry = writeNumber(percentage) + u'%';
-    if (report.contains(rateMark)) { // what follows the first one, up to the next
-        entry += QLatin1StringView(": ") + report.section(rateMark, 1, 1) + QLatin1StringView(" (Mb/s)");
+    // What follows the first one, up to the next.
+    return report.contains(rateMark) ? std::optional(report.section(rateMark, 1, 1)) : std::nullopt;
+}
+
+QString progressEntry(const TransferReport& report)
+{
+    QString entry = writeNumber(report.percentage) + u'%';
+    if (report.throughput) {
+        entry += QLatin1StringView(": ") + *report.throughput + QLatin1StringView(" (Mb/s)");
     }
     return entry + u'\n';
 }
@@ -128,6 +134,29 @@ qsizetype beginOfLast(const QString& text, int count)
 
 } // namespace
 
+std::optional<TransferReport> readTransferReport(const QString& text)
+{
+    if (isChatter(text) || !text.contains(u'%')) {
+        return std::nullopt;
+    }
+    return TransferReport{readPercentage(text), readThroughput(text)};
+}
+
+QString readLogFilePath(const QString& text)
+{
+    const qsizetype mark = text.indexOf(logFileMark);
+    if (mark < 0) {
+        return {};
+    }
+    const QStringView rest = QStringView(text).sliced(mark + logFileMark.size());
+    const qsizetype end = rest.indexOf(u'\n');
+    QStringView path = (end < 0 ? rest : rest.first(end)).trimmed();
+    if (path.startsWith(u':')) {
+        path = path.sliced(1).trimmed();
+    }
+    return path.toString();
+}
+
 void TransferLog::clear()
 {
     m_logs.clear();
@@ -139,16 +168,17 @@ TransferLog::Effect TransferLog::processOutput(const QString& text)
     if (isChatter(text)) {
         return Effect::Ignored;
     }
-    if (!text.contains(u'%')) {
+    const std::optional<TransferReport> report = readTransferReport(text);
+    if (!report) {
         append(text + u'\n');
         return Effect::Logged;
     }
-    const double percentage = readPercentage(text);
-    append(progressEntry(text, percentage));
-    if (percentage == 0) {
+    append(progressEntry(*report));
+    if (report->percentage == 0) {
         return Effect::Logged;
     }
-    m_progress = percentage / 100;
+    constexpr double whole = 100;
+    m_progress = report->percentage / whole;
     return Effect::LoggedWithProgress;
 }
 

@@ -2,7 +2,22 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace tessary {
+
+/// What the transfer tool tells of its progress, in one chunk of its output.
+struct TransferReport
+{
+    double percentage;                 ///< 0 also when it cannot be read
+    std::optional<QString> throughput; ///< in Mb/s, as the tool writes it
+};
+
+/// None when the text is chatter or tells no progress.
+[[nodiscard]] std::optional<TransferReport> readTransferReport(const QString& text);
+
+/// The file that the tool says it logs to; empty when the text does not tell.
+[[nodiscard]] QString readLogFilePath(const QString& text);
 
 /// The log of an upload and the progress that the transfer tool's reports add up to. A plain value.
 class TransferLog

@@ -80,6 +80,7 @@ private:
     {
         const std::optional<QString> text = decode(chunk);
         if (text && !text->isEmpty()) {
+            m_report.hear(*text);
             m_listener.output(prefix + *text);
         }
     }
@@ -99,8 +100,10 @@ private:
         } else if (m_stop.stop_requested()) {
             end({true, std::nullopt});
         } else {
-            end({false, Error(toolDomain, statusOrSignal,
-                              QStringLiteral("AzCopy exited with code %1").arg(statusOrSignal))});
+            end({false,
+                 Error(toolDomain, statusOrSignal,
+                       QStringLiteral("AzCopy exited with code %1").arg(statusOrSignal)),
+                 m_report});
         }
     }
 
@@ -125,6 +128,7 @@ private:
     std::stop_token m_stop;
     QPromise<TransferOutcome> m_promise;
     bool m_fulfilled = false;
+    ToolReport m_report;
     QTimer m_refresher;
     QProcess m_process;
     std::optional<std::stop_callback<std::function<void()>>> m_onStop;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "service/Error.h"
+#include "upload/ToolReport.h"
 
 #include <QFuture>
 #include <QString>
@@ -20,6 +21,7 @@ struct TransferOutcome
 {
     bool cancelled = false;
     std::optional<Error> failure;
+    std::optional<ToolReport> report = {}; ///< of a tool that ended with another status than 0
 
     [[nodiscard]] bool succeeded() const { return !cancelled && !failure; }
 };

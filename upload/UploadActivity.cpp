@@ -1,11 +1,13 @@
 #include "upload/UploadActivity.h"
 
 #include "service/HttpCall.h"
+#include "upload/TransferWords.h"
+#include "upload/UploadTask.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <functional>
+#include <iterator>
 
 namespace tessary {
 
@@ -23,8 +25,8 @@ UploadActivity::~UploadActivity()
     m_tasks.clear();
     const QObjectList transfers = children();
     qDeleteAll(transfers);
-    for (std::stop_source& stop : stopsOfUploads()) {
-        stop.request_stop();
+    for (const Task& upload : uploads()) {
+        upload->stop.request_stop();
     }
     endHttpSession();
     // All of it has ended, and only those who wait for it do not know yet: they hear of it while what they
@@ -35,28 +37,55 @@ UploadActivity::~UploadActivity()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-std::shared_ptr<const void> UploadActivity::beginUpload(std::stop_source stop)
+std::shared_ptr<const void> UploadActivity::beginUpload(std::shared_ptr<UploadTask> task)
 {
-    return begin(std::move(stop));
+    connect(&task->progress, &TransferProgress::changed, this, &UploadActivity::progressChanged);
+    return begin(std::move(task));
 }
 
 std::shared_ptr<const void> UploadActivity::beginRegistration()
 {
-    return begin(std::nullopt);
+    return begin(nullptr);
 }
 
-std::shared_ptr<const void> UploadActivity::begin(Stop stop)
+std::shared_ptr<const void> UploadActivity::begin(Task task)
 {
-    const auto begun = m_underWay.insert(m_underWay.end(), std::move(stop));
+    const auto begun = m_underWay.insert(m_underWay.end(), std::move(task));
     Q_EMIT underWayChanged();
     return {&*begun, [this, begun](const void* /*counted*/) { forget(begun); }};
 }
 
-void UploadActivity::forget(std::list<Stop>::iterator ended)
+void UploadActivity::forget(std::list<Task>::iterator ended)
 {
     m_underWay.erase(ended);
     Q_EMIT underWayChanged();
+    Q_EMIT progressChanged();
     announceWhenEnded();
+}
+
+UploadActivity::Bytes UploadActivity::bytes() const
+{
+    Bytes bytes;
+    for (const Task& upload : uploads()) {
+        if (!upload->stop.stop_requested()) {
+            bytes.sent += upload->progress.bytesSent();
+            bytes.inAll += upload->progress.bytesInAll();
+        }
+    }
+    return bytes;
+}
+
+std::optional<double> UploadActivity::fractionSent() const
+{
+    const auto [sent, inAll] = bytes();
+    return inAll > 0 ? std::optional(double(sent) / double(inAll)) : std::nullopt;
+}
+
+QString UploadActivity::progressInWords() const
+{
+    const auto [sent, inAll] = bytes();
+    const std::optional<int> percent = percentOf(sent, inAll);
+    return percent ? QStringLiteral("%1 % of %2 are up").arg(*percent).arg(sizeInWords(inAll)) : QString();
 }
 
 void UploadActivity::runLater(std::function<void()> task)
@@ -80,27 +109,23 @@ void UploadActivity::endAll()
 {
     m_ending = true;
     m_killTimer.start();
-    for (std::stop_source& stop : stopsOfUploads()) {
-        stop.request_stop();
+    for (const Task& upload : uploads()) {
+        upload->stop.request_stop();
     }
     announceWhenEnded();
 }
 
-std::vector<std::stop_source> UploadActivity::stopsOfUploads() const
+std::vector<UploadActivity::Task> UploadActivity::uploads() const
 {
-    std::vector<std::stop_source> stops;
-    for (const Stop& stop : m_underWay) {
-        if (stop) {
-            stops.push_back(*stop);
-        }
-    }
-    return stops;
+    std::vector<Task> uploads;
+    std::copy_if(m_underWay.begin(), m_underWay.end(), std::back_inserter(uploads),
+                 [](const Task& task) { return task != nullptr; });
+    return uploads;
 }
 
 void UploadActivity::announceWhenEnded()
 {
-    const bool uploadsLeft = std::any_of(m_underWay.begin(), m_underWay.end(), std::mem_fn(&Stop::has_value));
-    if (m_ending && !uploadsLeft) {
+    if (m_ending && uploads().empty()) {
         m_ending = false;
         m_killTimer.stop();
         Q_EMIT ended();

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "upload/UploadEnd.h"
+
 #include <QObject>
+#include <QString>
 #include <QTimer>
 
 #include <chrono>
@@ -8,10 +11,11 @@
 #include <list>
 #include <memory>
 #include <optional>
-#include <stop_token>
 #include <vector>
 
 namespace tessary {
+
+struct UploadTask;
 
 /// Everything that is under way, of every window and of screens that are gone: uploads and registrations.
 /// Quitting asks it, and ends it through it. Main thread only; what it counts ends with it at the latest.
@@ -19,6 +23,7 @@ class UploadActivity : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool underWay READ underWay NOTIFY underWayChanged)
+    Q_PROPERTY(QString progressInWords READ progressInWords NOTIFY progressChanged)
 
 public:
     /// How long a tool may take from the request to end until it is killed. AzCopy needs about 2 s.
@@ -31,14 +36,22 @@ public:
     ~UploadActivity() override;
     Q_DISABLE_COPY_MOVE(UploadActivity)
 
-    /// Counts one upload for as long as what is returned lives.
-    /// @param stop ends it early
-    [[nodiscard]] std::shared_ptr<const void> beginUpload(std::stop_source stop);
+    /// Counts one upload for as long as what is returned lives. It can be ended early.
+    [[nodiscard]] std::shared_ptr<const void> beginUpload(std::shared_ptr<UploadTask> task);
 
     /// Counts one registration for as long as what is returned lives. Nothing ends it early.
     [[nodiscard]] std::shared_ptr<const void> beginRegistration();
 
     [[nodiscard]] bool underWay() const { return !m_underWay.empty(); }
+
+    /// How much of the uploads under way is sent, 0 to 1; none while there are none, or nothing to send.
+    [[nodiscard]] std::optional<double> fractionSent() const;
+
+    /// "45 % of 812 GB are up": of all of them. Empty while there are none.
+    [[nodiscard]] QString progressInWords() const;
+
+    /// Tells who listens how an upload ended.
+    void announceEnd(const UploadEnd& end) { Q_EMIT uploadEnded(end); }
 
     /// Runs the task from the event loop, or never when this object goes before.
     void runLater(std::function<void()> task);
@@ -49,21 +62,30 @@ public:
 
 Q_SIGNALS:
     void underWayChanged();
+    void progressChanged();
+    void uploadEnded(const tessary::UploadEnd& end);
     void killTools();
     void ended();
 
 private:
-    using Stop = std::optional<std::stop_source>; ///< none for a registration
+    using Task = std::shared_ptr<UploadTask>; ///< null for a registration
 
-    std::shared_ptr<const void> begin(Stop stop);
-    void forget(std::list<Stop>::iterator ended);
+    struct Bytes
+    {
+        qint64 sent = 0;
+        qint64 inAll = 0;
+    };
+
+    std::shared_ptr<const void> begin(Task task);
+    void forget(std::list<Task>::iterator ended);
+    [[nodiscard]] Bytes bytes() const;
     void runTasks();
     void announceWhenEnded();
 
     /// A copy: stopping may end an upload at once, and with it what counts it.
-    [[nodiscard]] std::vector<std::stop_source> stopsOfUploads() const;
+    [[nodiscard]] std::vector<Task> uploads() const;
 
-    std::list<Stop> m_underWay;
+    std::list<Task> m_underWay;
     std::vector<std::function<void()>> m_tasks;
     QTimer m_killTimer;
     bool m_ending = false;

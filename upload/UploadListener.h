@@ -1,20 +1,16 @@
 #pragma once
 
+#include "upload/ToolReport.h"
 #include "upload/UploadForm.h"
 #include "upload/UploadState.h"
 
 #include <QString>
 
 #include <memory>
-#include <stop_token>
 
 namespace tessary {
 
-/// A handle of one upload. Cancelling it reaches its requests and its transfers, not its registration.
-struct UploadTask
-{
-    std::stop_source stop;
-};
+struct UploadTask;
 
 /// Where an upload is heard: the screen that started it. All calls come on the main thread.
 class UploadListener
@@ -32,6 +28,9 @@ public:
     virtual void enter(UploadState state, const QString& description = {}) = 0;
 
     virtual void processOutput(const QString& text) = 0;
+
+    /// A transfer tool ended with another status than 0; said after the state has become Failed.
+    virtual void takeToolReport(const ToolReport& report) = 0;
 
     /// Nothing new, but the log's observers are to be told.
     virtual void refreshLogs() = 0;

@@ -5,6 +5,7 @@
 #include "upload/FileName.h"
 #include "upload/TransferTool.h"
 #include "upload/UploadActivity.h"
+#include "upload/UploadTask.h"
 
 #include <QCoro/QCoroFuture>
 #include <QCoro/QCoroTask>
@@ -105,11 +106,19 @@ QCoro::Task<QStringList> requestUrls(UploadRef upload)
     co_return urls;
 }
 
-QCoro::Task<> transferFile(UploadRef upload, QUrl file, QString url,
+/// The end of an upload by a transfer that failed.
+struct TransferFailure
+{
+    TransferOutcome outcome;
+};
+
+/// @param index of the file among those of the upload
+QCoro::Task<> transferFile(UploadRef upload, std::size_t index, QString url,
                            std::shared_ptr<Completions<TransferOutcome>> completions)
 {
     TransferListener listener;
-    listener.output = [upload](const QString& text) {
+    listener.output = [upload, index](const QString& text) {
+        upload->task->progress.hear(index, text);
         if (UploadListener* screen = upload->listener()) {
             screen->processOutput(text);
         }
@@ -119,6 +128,7 @@ QCoro::Task<> transferFile(UploadRef upload, QUrl file, QString url,
             screen->refreshLogs();
         }
     };
+    const QUrl file = upload->files.at(static_cast<qsizetype>(index));
     const QFuture<TransferOutcome> transfer =
         uploadFile(file, url, upload->dependencies.resourcesFolder, listener, upload->task->stop.get_token(),
                    *upload->dependencies.activity);
@@ -131,8 +141,8 @@ QCoro::Task<> transferFiles(UploadRef upload, QStringList urls)
 {
     const auto count = static_cast<std::size_t>(qMin(upload->files.size(), urls.size()));
     const auto completions = std::make_shared<Completions<TransferOutcome>>(count);
-    for (qsizetype i = 0; i < static_cast<qsizetype>(count); ++i) {
-        transferFile(upload, upload->files.at(i), urls.at(i), completions);
+    for (std::size_t i = 0; i < count; ++i) {
+        transferFile(upload, i, urls.at(static_cast<qsizetype>(i)), completions);
     }
     std::optional<TransferOutcome> first;
     for (std::size_t i = 0; i < count; ++i) {
@@ -143,7 +153,7 @@ QCoro::Task<> transferFiles(UploadRef upload, QStringList urls)
         }
     }
     if (first && first->failure) {
-        throw Error(*first->failure);
+        throw TransferFailure{*first};
     }
     if (first) {
         throw Cancellation();
@@ -156,17 +166,22 @@ QCoro::Task<> registerVideo(std::shared_ptr<UploadListener> screen, UploadDepend
                             QStringList blobs, [[maybe_unused]] std::shared_ptr<const void> underWay)
 {
     QString report;
+    UploadEnd end{UploadEnd::Kind::Registered, screen->form().videoName, {}, screen.get()};
     try {
         const QString apiKey = requireApiKey(dependencies);
         const VideoRegistration registration = screen->form().registration(blobs);
         const LibraryEntry video = co_await dependencies.apiService.submitLibraryData(apiKey, registration);
+        end.videoName = video.videoName;
         // Not QString::arg(): the name may hold a place marker.
         report = QLatin1StringView("Video uploaded. Library ID: ") + QString::number(video.id) +
                  QLatin1StringView(", Name: ") + video.videoName + u'\n';
     } catch (const std::exception&) {
-        report = QLatin1StringView("API Error: ") + caughtError().description() + u'\n';
+        end.kind = UploadEnd::Kind::RegistrationFailed;
+        end.description = caughtError().description();
+        report = QLatin1StringView("API Error: ") + end.description + u'\n';
     }
     screen->processOutput(report);
+    dependencies.activity->announceEnd(end);
 }
 
 void reportStartOfTransfers(const Upload& upload)
@@ -201,6 +216,8 @@ void reportFailure(const Upload& upload, const QString& description)
     if (UploadListener* screen = upload.listener()) {
         screen->enter(UploadState::Failed, description);
         screen->processOutput(QLatin1StringView("Upload Error: ") + description);
+        upload.dependencies.activity->announceEnd(
+            {UploadEnd::Kind::UploadFailed, screen->form().videoName, description, screen});
     } else {
         printLine(description);
     }
@@ -223,6 +240,11 @@ QCoro::Task<> runUpload(UploadRef upload)
         reportSuccess(*upload, urls);
     } catch (const Cancellation&) {
         reportCancellation(*upload);
+    } catch (const TransferFailure& failure) {
+        reportFailure(*upload, failure.outcome.failure->description());
+        if (UploadListener* screen = upload->listener(); screen != nullptr && failure.outcome.report) {
+            screen->takeToolReport(*failure.outcome.report);
+        }
     } catch (const std::exception&) {
         reportFailure(*upload, caughtError().description());
     }
@@ -234,7 +256,7 @@ void startUploadTask(std::shared_ptr<UploadListener> screen, std::shared_ptr<Upl
                      QList<QUrl> files, UploadDependencies dependencies)
 {
     UploadActivity* activity = dependencies.activity;
-    auto underWay = activity->beginUpload(task->stop);
+    auto underWay = activity->beginUpload(task);
     const auto upload = std::make_shared<const Upload>(Upload{
         std::move(screen), std::move(task), std::move(files), std::move(dependencies), std::move(underWay)});
     activity->runLater([upload] { runUpload(upload); });

@@ -95,6 +95,17 @@ void fail(ProgramFixture& program)
     program.state().processOutput(QStringLiteral("Upload Error: AzCopy exited with code 1"));
 }
 
+void explain(ProgramFixture& program)
+{
+    fail(program);
+    ToolReport report;
+    report.hear(
+        QStringLiteral("UPLOADFAILED: /home/mara/Videos/harbor.mov : 403 : 403 Server failed to authenticate "
+                       "the request. When Committing block list."));
+    program.state().takeToolReport(report);
+    program.state().failureReport()->setProperty("shown", true);
+}
+
 void complete(ProgramFixture& program)
 {
     upload(program);
@@ -149,6 +160,7 @@ std::vector<Scene> scenes()
              program.state().setShowDetails(false);
          }},
         {QStringLiteral("uploader-failed"), fail},
+        {QStringLiteral("uploader-why"), explain},
         {QStringLiteral("uploader-completed"), complete, true},
         {QStringLiteral("uploader-overflow"), overflow},
         {QStringLiteral("uploader-quit"),

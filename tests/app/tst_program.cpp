@@ -1,6 +1,7 @@
 #undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
 
 #include "testkit/ProgramFixture.h"
+#include "upload/UploadTask.h"
 
 #include <QGuiApplication>
 #include <QPlatformSurfaceEvent>
@@ -113,13 +114,13 @@ void ProgramTest::quitQuestionTakesBothAnswers()
 {
     testkit::ProgramFixture fixture;
     QVERIFY(fixture.showUploader());
-    std::stop_source stop;
-    auto upload = fixture.application().uploadActivity()->beginUpload(stop);
+    const auto task = std::make_shared<UploadTask>(QList<QUrl>());
+    auto upload = fixture.application().uploadActivity()->beginUpload(task);
     fixture.press(Qt::Key_Q, Qt::ControlModifier);
     QVERIFY(fixture.click("declineButton"));
     QTRY_VERIFY(fixture.item("quitQuestion") == nullptr);
     QCOMPARE(fixture.program().windowCount(), 1);
-    QVERIFY(!stop.stop_requested());
+    QVERIFY(!task->stop.stop_requested());
 
     QVERIFY(!fixture.window().close()); // the last window asks, too
     bool ended = false;
@@ -127,7 +128,7 @@ void ProgramTest::quitQuestionTakesBothAnswers()
     QTimer::singleShot(0, &fixture.program(), [&] {
         QVERIFY(fixture.click("confirmButton"));
         QCOMPARE(fixture.program().windowCount(), 0);
-        QVERIFY(stop.stop_requested());
+        QVERIFY(task->stop.stop_requested());
         QVERIFY(!ended); // the tool is waited for
         upload.reset();
     });

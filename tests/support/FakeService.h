@@ -2,10 +2,13 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
+#include <QHash>
 #include <QString>
 #include <QStringList>
+#include <QTest>
 #include <QVariant>
 
 #include <utility>
@@ -46,7 +49,7 @@ public:
             calls.append(message.member() + u' ' + message.path());
             arguments = message.arguments();
         }
-        bus.send(message.createReply(m_answer));
+        bus.send(message.createReply(answers.value(message.member(), m_answer)));
         return true;
     }
 
@@ -60,6 +63,7 @@ public:
         m_bus.send(change);
     }
 
+    QHash<QString, QVariant> answers; ///< of some methods; all others get the one answer
     QStringList calls;
     QVariantList arguments;
 
@@ -68,5 +72,15 @@ private:
     QStringList m_names;
     QVariant m_answer;
 };
+
+/// Waits until what was sent to the desktop before has been answered, and what it has sent has come in.
+[[nodiscard]] inline bool settled(const QDBusConnection& bus, const QDBusConnection& desktop)
+{
+    const QDBusPendingCall ping = bus.asyncCall(QDBusMessage::createMethodCall(
+        desktop.baseService(), QStringLiteral("/"), QStringLiteral("test.Settling"), settling));
+    const bool answered = QTest::qWaitFor([&ping] { return ping.isFinished(); });
+    QTest::qWait(0);
+    return answered;
+}
 
 } // namespace tessary::testing

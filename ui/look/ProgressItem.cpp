@@ -38,7 +38,14 @@ public:
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
-        return kind == QAccessible::Name ? item().label() : QString();
+        switch (kind) {
+        case QAccessible::Name:
+            return item().label();
+        case QAccessible::Description:
+            return item().description();
+        default:
+            return {};
+        }
     }
 
     [[nodiscard]] QAccessible::Role role() const override { return QAccessible::ProgressBar; }
@@ -100,6 +107,14 @@ void ProgressItem::setLabel(const QString& label)
     if (label != m_label) {
         m_label = label;
         Q_EMIT labelChanged();
+    }
+}
+
+void ProgressItem::setDescription(const QString& description)
+{
+    if (description != m_description) {
+        m_description = description;
+        Q_EMIT descriptionChanged();
     }
 }
 

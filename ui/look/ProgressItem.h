@@ -15,6 +15,8 @@ class ProgressItem : public QQuickItem
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString label READ label WRITE setLabel NOTIFY labelChanged)
+    /// More of it, in words; may be empty.
+    Q_PROPERTY(QString description READ description WRITE setDescription NOTIFY descriptionChanged)
     /// From 0 to 100.
     Q_PROPERTY(int percent READ percent WRITE setPercent NOTIFY percentChanged)
 
@@ -25,6 +27,10 @@ public:
 
     void setLabel(const QString& label);
 
+    [[nodiscard]] QString description() const { return m_description; }
+
+    void setDescription(const QString& description);
+
     [[nodiscard]] int percent() const { return m_percent; }
 
     /// What is out of range counts as the nearer end.
@@ -32,10 +38,12 @@ public:
 
 Q_SIGNALS:
     void labelChanged();
+    void descriptionChanged();
     void percentChanged();
 
 private:
     QString m_label;
+    QString m_description;
     int m_percent = 0;
 };
 

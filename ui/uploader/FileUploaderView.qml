@@ -10,6 +10,8 @@ FocusScope {
     required property UploaderStateFactory uploaderStates
     required property SessionManager sessionManager
     required property AppManager appManager
+    /// How far this screen's upload is; empty while none is under way.
+    readonly property string progressInBrief: holder.state?.progressInBrief ?? ""
 
     UploaderStateHolder {
         id: holder
@@ -48,6 +50,17 @@ FocusScope {
             SuccessOverlay {
                 anchors.fill: parent
                 uploader: holder.state
+            }
+
+            Loader {
+                readonly property FailureReport report: holder.state.failureReport
+
+                anchors.fill: parent
+                active: report?.shown ?? false
+                focus: active
+                sourceComponent: FailureSheet {
+                    report: holder.state.failureReport
+                }
             }
         }
         // qmllint enable unqualified

@@ -38,9 +38,27 @@ RowLayout {
         verticalAlignment: Text.AlignVCenter
     }
 
+    PlainButton {
+        id: why
+
+        objectName: "whyButton"
+        visible: !row.uploader.isUploading && row.uploader.failureReport !== null
+        text: qsTr("Why?")
+        explanation: qsTr("Tells why the upload failed")
+        tip: explanation
+        contentItem: StyledText {
+            text: why.text
+            font: Look.subheadline
+            color: Look.systemBlueColor
+            Accessible.ignored: true
+        }
+        onClicked: row.uploader.failureReport.shown = true
+    }
+
     UploadProgress {
         visible: row.uploader.isUploading
         progress: row.uploader.progress
+        words: row.uploader.progressInWords
     }
 
     SymbolButton {

@@ -6,6 +6,7 @@ ProgressItem {
     id: track
 
     required property double progress
+    required property string words ///< how far it is and how long it will take; empty while that is not known
     readonly property real value: isFinite(progress) ? progress : 0
     readonly property real farthest: 8000 ///< beyond any screen; more is not drawn
     readonly property real slack: 1 ///< what lies on whole device pixels may lie beside its place by less
@@ -14,8 +15,18 @@ ProgressItem {
     implicitWidth: 100
     implicitHeight: 8
     label: qsTr("Upload progress")
+    description: words
     percent: Math.round(Math.max(0, Math.min(value, 1)) * 100)
     Accessible.role: Accessible.ProgressBar
+
+    HoverHandler {
+        id: pointer
+    }
+
+    Tip {
+        text: track.words
+        shown: pointer.hovered && track.words !== ""
+    }
 
     Squircle {
         id: groove

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+
+namespace tessary::desktop {
+
+/// Notices when the process is asked to end, by SIGTERM, SIGINT or SIGHUP, and leaves it to the program to do
+/// so in order. A second such signal ends it at once. One for the process, below a QCoreApplication; signals
+/// that were ignored stay so.
+class Termination : public QObject
+{
+    Q_OBJECT
+
+public:
+    Termination();
+    ~Termination() override;
+    Q_DISABLE_COPY_MOVE(Termination)
+
+Q_SIGNALS:
+    /// From the event loop.
+    void requested();
+
+private:
+    int m_end; ///< of the pipe that the handler writes to
+    QSocketNotifier m_notifier;
+};
+
+/// Ends the process by the signal that asked for its end, so that whoever waits for it sees that; returns
+/// when none did. Called last.
+void endAsRequested();
+
+} // namespace tessary::desktop

@@ -1,0 +1,237 @@
+#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
+
+#include "desktop/LauncherEntry.h"
+#include "desktop/Notifications.h"
+#include "desktop/Termination.h"
+#include "tests/support/FakeService.h"
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <csignal>
+#include <cstdio>
+
+using namespace tessary::desktop;
+using namespace tessary::testing;
+
+namespace {
+
+const QString server = "org.freedesktop.Notifications";
+const QString serverPath = "/org/freedesktop/Notifications";
+
+} // namespace
+
+/// What the desktop is told, and what it asks for in return.
+class FeedbackTest : public QObject
+{
+    Q_OBJECT
+
+public Q_SLOTS:
+
+    void takeUpdate(const QString& entry, const QVariantMap& properties)
+    {
+        QCOMPARE(entry, "application://tessary_macos_uploader.desktop");
+        m_updates.append(QString("%1 %2 %3")
+                             .arg(properties["progress"].toDouble())
+                             .arg(properties["progress-visible"].toBool())
+                             .arg(properties["urgent"].toBool()));
+    }
+
+private Q_SLOTS:
+    void notifies_data();
+    void notifies();
+    void noticesThePress();
+    void isSilentWithoutAServer();
+    void showsProgressAtTheDock();
+    void endsInOrder_data();
+    void endsInOrder();
+
+private:
+    void send(const char* signal, const QVariantList& arguments)
+    {
+        QDBusMessage message = QDBusMessage::createSignal(serverPath, server, signal);
+        message.setArguments(arguments);
+        m_desktop.send(message);
+    }
+
+    QDBusConnection m_bus = QDBusConnection::sessionBus();
+    QDBusConnection m_desktop = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "desktop");
+    QStringList m_updates;
+};
+
+void FeedbackTest::notifies_data()
+{
+    QTest::addColumn<QStringList>("capabilities");
+    QTest::addColumn<bool>("urgent");
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<QStringList>("actions");
+    QTest::newRow("plain") << QStringList{"body"} << false << "<b>A & B</b>" << QStringList();
+    QTest::newRow("markup") << QStringList{"body", "body-markup"} << false << "&lt;b&gt;A &amp; B&lt;/b&gt;"
+                            << QStringList();
+    QTest::newRow("urgent, with actions")
+        << QStringList{"actions"} << true << "<b>A & B</b>" << QStringList{"default", "Show"};
+}
+
+void FeedbackTest::notifies()
+{
+    QFETCH(QStringList, capabilities);
+    QFETCH(bool, urgent);
+    FakeService desktop(m_desktop, {server}, 7U);
+    desktop.answers["GetCapabilities"] = capabilities;
+    Notifications notifications(m_bus);
+    notifications.show(1, {"<i>Title</i>", "<b>A & B</b>", urgent});
+    QTRY_COMPARE(desktop.calls, (QStringList{"GetCapabilities " + serverPath, "Notify " + serverPath}));
+    QCOMPARE(desktop.arguments.at(0).toString(), "Tessary Uploader");
+    QCOMPARE(desktop.arguments.at(1).toUInt(), 0U);
+    QCOMPARE(desktop.arguments.at(2).toString(), "tessary_macos_uploader");
+    QCOMPARE(desktop.arguments.at(3).toString(), "<i>Title</i>");
+    QTEST(desktop.arguments.at(4).toString(), "body");
+    QTEST(desktop.arguments.at(5).toStringList(), "actions");
+    const auto hints = qdbus_cast<QVariantMap>(desktop.arguments.at(6));
+    QCOMPARE(hints["desktop-entry"].toString(), "tessary_macos_uploader");
+    QCOMPARE(hints["urgency"].value<uchar>(), urgent ? 2 : 1);
+    QCOMPARE(desktop.arguments.at(7).toInt(), urgent ? 0 : -1);
+
+    const auto replacedBy = [&](quint64 subject) {
+        const qsizetype before = desktop.calls.size();
+        notifications.show(subject, {"Again", {}});
+        return QTest::qWaitFor([&] { return desktop.calls.size() == before + 1; })
+                   ? int(desktop.arguments.at(1).toUInt())
+                   : -1;
+    };
+    QVERIFY(settled(m_bus, m_desktop));
+    QCOMPARE(replacedBy(1), 7); // in the place of the first
+    QCOMPARE(replacedBy(2), 0);
+}
+
+void FeedbackTest::noticesThePress()
+{
+    FakeService desktop(m_desktop, {server}, 9U);
+    desktop.answers["GetCapabilities"] = QStringList{"actions"};
+    Notifications notifications(m_bus);
+    const QSignalSpy pressed(&notifications, &Notifications::pressed);
+    notifications.show(5, {"Title", "Body"});
+    QTRY_COMPARE(desktop.calls.size(), 2);
+    QVERIFY(settled(m_bus, m_desktop));
+    send("ActivationToken", {8U, "not ours"});
+    send("ActionInvoked", {8U, "default"});
+    send("ActionInvoked", {9U, "settings"});
+    send("ActionInvoked", {9U, "default"});
+    QTRY_COMPARE(pressed.count(), 1);
+    QCOMPARE(pressed.first(), (QVariantList{5ULL, ""}));
+    send("ActivationToken", {9U, "a token"});
+    send("ActionInvoked", {9U, "default"});
+    QTRY_COMPARE(pressed.count(), 2);
+    QCOMPARE(pressed.last(), (QVariantList{5ULL, "a token"}));
+    send("NotificationClosed", {9U, 1U});
+    send("ActionInvoked", {9U, "default"});
+    QVERIFY(settled(m_bus, m_desktop));
+    notifications.show(5, {"Title", "Body"});
+    QTRY_COMPARE(desktop.calls.size(), 3);
+    QCOMPARE(desktop.arguments.at(1).toUInt(), 0U); // there is none to replace
+    QCOMPARE(pressed.count(), 2);
+}
+
+void FeedbackTest::isSilentWithoutAServer()
+{
+    QTest::failOnWarning(QRegularExpression("."));
+    Notifications notifications(m_bus);
+    notifications.show(1, {"Nobody", "sees this"});
+    QVERIFY(settled(m_bus, m_desktop));
+    FakeService desktop(m_desktop, {server}, 1U); // comes later
+    desktop.answers["GetCapabilities"] = QStringList{};
+    notifications.show(1, {"Somebody", "does"});
+    QTRY_VERIFY(desktop.calls.contains("Notify " + serverPath));
+    QCOMPARE(desktop.arguments.at(3).toString(), "Somebody");
+}
+
+void FeedbackTest::showsProgressAtTheDock()
+{
+    QVERIFY(m_desktop.connect({}, {}, "com.canonical.Unity.LauncherEntry", "Update", this,
+                              SLOT(takeUpdate(QString, QVariantMap))));
+    {
+        LauncherEntry entry(m_bus);
+        QTRY_COMPARE(m_updates, QStringList{"0 0 0"}); // whatever an earlier run left there
+        for (int percent = 1; percent <= 40; ++percent) {
+            entry.setProgress(percent / 100.0);
+        }
+        QTRY_COMPARE(m_updates.size(), 3);
+        QCOMPARE(m_updates.mid(1), (QStringList{"0.01 1 0", "0.4 1 0"}));
+        entry.setProgress(0.4);
+        entry.setUrgent(true);
+        entry.setUrgent(true);
+        entry.setProgress(std::nullopt);
+        QTRY_COMPARE(m_updates.size(), 5);
+        QCOMPARE(m_updates.mid(3), (QStringList{"0.4 1 1", "0 0 1"}));
+    }
+    QTRY_COMPARE(m_updates.size(), 6);
+    QCOMPARE(m_updates.last(), "0 0 0");
+}
+
+void FeedbackTest::endsInOrder_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::addColumn<bool>("ignored"); // by who started it
+    QTest::newRow("SIGTERM") << SIGTERM << false;
+    QTest::newRow("SIGINT") << SIGINT << false;
+    QTest::newRow("SIGHUP") << SIGHUP << false;
+    QTest::newRow("SIGHUP, ignored") << SIGHUP << true;
+}
+
+void FeedbackTest::endsInOrder()
+{
+    QFETCH(int, signal);
+    QFETCH(bool, ignored);
+    QProcess program;
+    program.setChildProcessModifier([signal, ignored] { std::signal(signal, ignored ? SIG_IGN : SIG_DFL); });
+    program.start(QCoreApplication::applicationFilePath(), {"as the program"});
+    QByteArray said;
+    connect(&program, &QProcess::readyReadStandardOutput, this, [&] { said += program.readAll(); });
+    QTRY_COMPARE(said, "ready\n");
+    ::kill(pid_t(program.processId()), signal);
+    if (ignored) {
+        ::kill(pid_t(program.processId()), SIGTERM);
+    }
+    QTRY_COMPARE(program.state(), QProcess::NotRunning);
+    QCOMPARE(said, "ready\nasked\nin order\n");
+    QCOMPARE(program.exitStatus(), QProcess::CrashExit); // as Qt calls the end by a signal
+    QCOMPARE(program.exitCode(), ignored ? SIGTERM : signal);
+}
+
+namespace {
+
+/// Ends when it is asked to; a second request would end it at once.
+int runAsTheProgram()
+{
+    const Termination termination;
+    QObject::connect(&termination, &Termination::requested, qApp, [] {
+        std::puts("asked");
+        QCoreApplication::quit();
+    });
+    std::puts("ready");
+    std::fflush(stdout);
+    QCoreApplication::exec();
+    std::puts("in order");
+    std::fflush(stdout);
+    return EXIT_SUCCESS;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (argc > 1 && std::string_view(argv[1]) == "as the program") {
+        runAsTheProgram();
+        endAsRequested();
+        return EXIT_FAILURE;
+    }
+    FeedbackTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_feedback.moc"

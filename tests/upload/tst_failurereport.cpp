@@ -1,0 +1,132 @@
+#undef QT_NO_CAST_FROM_ASCII // the tool's words, everywhere
+
+#include "upload/FailureReason.h"
+#include "upload/FailureReport.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace tessary;
+
+/// Why an upload failed, found in what a tool left behind. What the real tool leaves is tried end to end.
+class FailureReportTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void explains_data();
+    void explains();
+    void keepsSecrets_data();
+    void keepsSecrets();
+    void readsTheEndOfTheLog_data();
+    void readsTheEndOfTheLog();
+};
+
+void FailureReportTest::explains_data()
+{
+    QTest::addColumn<QByteArray>("log");
+    QTest::addColumn<QString>("lastWords");
+    QTest::addColumn<QString>("words"); // their beginning
+    QTest::addColumn<QString>("line");
+    const auto row = [](const char* name, const QByteArray& log, const char* lastWords, const char* words,
+                        const char* line) {
+        QTest::newRow(name) << log << QString(lastWords) << QString(words) << QString(line);
+    };
+    const QByteArray failed = "2026/01/01 ERR: [P#0-T#0] UPLOADFAILED: /v.mov : ";
+    row("the last failure counts", failed + "403 : 403 No.\n" + failed + "404 : ContainerNotFound\nlater\n",
+        "", "The place that the upload was sent to",
+        "2026/01/01 ERR: [P#0-T#0] UPLOADFAILED: /v.mov : 404 : ContainerNotFound");
+    row("no space", failed + "000 : write: no space left on device", "", "There is no space left", nullptr);
+    row("store away", failed + "000 : dial tcp 10.0.0.1:443: connect: connection refused", "",
+        "The store cannot be reached", nullptr);
+    row("only the output", "", "INFO: Scanning...\nCannot do it, the moon is full\nNumber of errors: 1\n",
+        "The tool could not finish", "Cannot do it, the moon is full");
+    row("only a request's error", "2026 ==> REQUEST ERROR dial tcp: lookup x: no such host\nmore\n", "",
+        "The store cannot be reached", nullptr);
+    row("any words", "", "Good bye.\r\n\r\n", "The tool could not finish", "Good bye.");
+    row("none", "", "", "The tool ended without saying why.", "");
+    row("bytes of no text", QByteArray("\xff\0\xfe\n", 4) + failed + "\xff 403 : no", "",
+        "The tool could not finish", nullptr);
+}
+
+void FailureReportTest::explains()
+{
+    QFETCH(QByteArray, log);
+    QFETCH(QString, lastWords);
+    QFETCH(QString, words);
+    QFETCH(QString, line);
+    const FailureReason reason = explainFailure(log, lastWords);
+    QVERIFY2(reason.words.startsWith(words), qPrintable(reason.words));
+    if (!line.isNull()) {
+        QCOMPARE(reason.line, line);
+    }
+    QVERIFY(explainFailure(QByteArray(100'000, 'x') + " UPLOADFAILED", {}).line.size() <= 600);
+}
+
+void FailureReportTest::keepsSecrets_data()
+{
+    QTest::addColumn<QString>("clean");
+    const auto row = [](const char* text, const char* clean) { QTest::newRow(text) << QString(clean); };
+    row("PUT https://a.example/c/v.mov?sv=1&sig=abc%2Fd HTTP", "PUT https://a.example/c/v.mov?… HTTP");
+    row("refused: se=2030-01-01&sp=cw&SIG=Ab+/=9&x=1", "refused: se=…&sp=…&SIG=…&x=1");
+    row("Authorization: Bearer abc.def", "Authorization: …");
+    row("api-key: 1234 and token=5678", "api-key: … and token=…");
+    row("sig%3dabc", "sig%3d…");
+    row("it was AbCdEfGhIjKlMnOpQrStUvWxYz0123456789abcdef=", "it was …");
+    row("/videos/clip one.mov : 403 : no", "/videos/clip one.mov : 403 : no");
+}
+
+void FailureReportTest::keepsSecrets()
+{
+    QFETCH(QString, clean);
+    QCOMPARE(withoutSecrets(QTest::currentDataTag()), clean);
+}
+
+void FailureReportTest::readsTheEndOfTheLog_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("isThere");
+    QTest::addColumn<QString>("words");
+    const QByteArray failed = "ERR: UPLOADFAILED: v : 403 : no\n";
+    const QString refused = "The upload link has expired";
+    const QString unknown = "The tool could not finish";
+    const QByteArray much(FailureReport::maxTail, 'x');
+    QTest::newRow("short") << failed << true << refused;
+    QTest::newRow("long, at its end") << much + much + '\n' + failed << true << refused;
+    QTest::newRow("long, too far from its end") << failed + '\n' + much << true << unknown;
+    QTest::newRow("empty") << QByteArray() << true << unknown;
+    QTest::newRow("missing") << QByteArray() << false << unknown;
+}
+
+void FailureReportTest::readsTheEndOfTheLog()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(bool, isThere);
+    QFETCH(QString, words);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("tool.log");
+    if (isThere) {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
+    ToolReport tool;
+    tool.hear("\nJob 1 has started\nLog file is located at: " + path + "\n\n");
+    tool.hear("it gave up\n");
+    tool.hear("\r12.0 %, 0 Done, 2-sec Throughput (Mb/s): 1");
+    FailureReport report(tool);
+    const QSignalSpy changed(&report, &FailureReport::changed);
+    QCOMPARE(report.line(), "it gave up");
+    QTRY_COMPARE(changed.count(), isThere ? 1 : 0);
+    QVERIFY2(report.words().startsWith(words), qPrintable(report.words()));
+    QCOMPARE(report.logFile(), isThere ? QUrl::fromLocalFile(path) : QUrl());
+
+    QVERIFY(mkfifo(folder.filePath("pipe").toLocal8Bit().constData(), 0600) == 0);
+    tool.logFile = folder.filePath("pipe");
+    QVERIFY(FailureReport(tool).logFile().isEmpty()); // opening it would wait for ever
+}
+
+QTEST_GUILESS_MAIN(FailureReportTest)
+#include "tst_failurereport.moc"
