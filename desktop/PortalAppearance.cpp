@@ -80,7 +80,7 @@ void PortalAppearance::takeSetting(const QString& group, const QString& key, con
 {
     if (group == appearance || group == accessibility || group == desktopInterface) {
         m_settings[group][key] = value.variant();
-        if (group == interface && key == QLatin1StringView("font-name")) {
+        if (group == desktopInterface && key == QLatin1StringView("font-name")) {
             m_changedFont = value.variant().toString();
         }
         Q_EMIT changed();

@@ -1,11 +1,7 @@
-#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
-
 #include "desktop/ProcessSetup.h"
 #include "standins/Azurite.h"
-#include "standins/LocalService.h"
-#include "testkit/ProgramFixture.h"
+#include "tests/e2e/Run.h"
 
-#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QTemporaryDir>
@@ -22,66 +18,16 @@ namespace {
 const QString filePicker = QStringLiteral("filePicker");
 const QString statusLine = QStringLiteral("statusLine");
 
-/// Takes the tool some seconds; a sparse file.
-constexpr qint64 largeFile = 512LL * 1024 * 1024;
-
 QByteArray contentOf(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// What happens to a file between its choice and its end.
-enum class Harm { None, Removed, MadeAFolder, Shortened };
-
 QString withoutQuery(const QString& url)
 {
     return url.section(u'?', 0, 0);
 }
-
-/// One run of the program at a service of its own.
-struct Run
-{
-    explicit Run(const BlobStore& store)
-        : service(store), program(service.baseUrl(), QStringLiteral(TESSARY_RESOURCES))
-    {
-    }
-
-    [[nodiscard]] bool start() { return program.signIn(localWorkspaces().front().key); }
-
-    /// What the service is to answer the next request for an upload URL with.
-    void answerNextWith(const QString& uploadUrl)
-    {
-        service.addFault(LocalService::uploadUrlPath,
-                         Fault::answered({200, R"({"sasUrl":")" + uploadUrl.toUtf8() + "\"}"}));
-    }
-
-    [[nodiscard]] bool reaches(UploadState wanted) const
-    {
-        return WindowDriver::await(statusMessageOf(wanted),
-                                   [&] { return program.state().uploadState() == wanted; });
-    }
-
-    [[nodiscard]] bool isRegistered() const
-    {
-        return WindowDriver::await(QStringLiteral("the registration in the log"),
-                                   [this] { return log().contains(u"Video uploaded. Library ID: "); });
-    }
-
-    [[nodiscard]] bool isIdle()
-    {
-        const UploadActivity& activity = *program.application().uploadActivity();
-        return WindowDriver::await(QStringLiteral("every upload to end"),
-                                   [&] { return !activity.underWay(); });
-    }
-
-    [[nodiscard]] QString log() const { return program.driver().textOf(QStringLiteral("logText")); }
-
-    [[nodiscard]] const std::vector<RegisteredVideo>& videos() const { return service.library().videos(); }
-
-    LocalService service;
-    testkit::ProgramFixture program;
-};
 
 } // namespace
 
@@ -94,8 +40,6 @@ private Q_SLOTS:
     void aFileReachesTheLibrary();
     void aPairKeepsTheOrderOfTheAnswers();
     void aNewUploadFollowsACancelledOneAtOnce();
-    void aFailedTransferIsExplained_data();
-    void aFailedTransferIsExplained();
     void aStoreThatComesBackIsWaitedFor();
     void anUploadToAStoreThatIsGoneCanBeCancelled();
 
@@ -191,77 +135,6 @@ void EndToEndTest::aNewUploadFollowsACancelledOneAtOnce()
     QCOMPARE(m_azurite->readBlob(run.videos().front().uploadedUrl), content);
     QCOMPARE(run.program.driver().textOf(statusLine), statusMessageOf(UploadState::Completed));
     QVERIFY2(!run.log().contains(u"cancel", Qt::CaseInsensitive), qPrintable(run.log()));
-}
-
-void EndToEndTest::aFailedTransferIsExplained_data()
-{
-    QTest::addColumn<QString>("container");
-    QTest::addColumn<QString>("permissions");
-    QTest::addColumn<int>("hours"); // that the link is valid
-    QTest::addColumn<Harm>("harm"); // to the file, after it was chosen
-    QTest::addColumn<QString>("words");
-    QTest::addColumn<QString>("line"); // a part of it
-    const QString harbor = localWorkspaces().front().container;
-    const QString write = QStringLiteral("cw");
-    const QString refused = QStringLiteral("The upload link has expired or was refused.");
-    QTest::newRow("expired link") << harbor << write << -1 << Harm::None << refused << " : 403 : ";
-    QTest::newRow("read-only link") << harbor << "r" << 1 << Harm::None << refused << " : 403 : ";
-    QTest::newRow("no such container")
-        << "nowhere" << write << 1 << Harm::None << "The place that the upload was sent to"
-        << " : 404 : ";
-    QTest::newRow("file gone") << harbor << write << 1 << Harm::Removed << "The file cannot be read."
-                               << "no such file";
-    QTest::newRow("folder") << harbor << write << 1 << Harm::MadeAFolder << "This is a folder."
-                            << "directory";
-    QTest::newRow("file changes") << harbor << write << 1 << Harm::Shortened
-                                  << "The file changed while it was uploaded."
-                                  << "UPLOADFAILED";
-}
-
-void EndToEndTest::aFailedTransferIsExplained()
-{
-    QFETCH(QString, container);
-    QFETCH(QString, permissions);
-    QFETCH(int, hours);
-    QFETCH(Harm, harm);
-    QFETCH(QString, words);
-    QFETCH(QString, line);
-    Run run(m_azurite->store());
-    QVERIFY(run.start());
-    const QString url = m_azurite->store().signedBlobUrl(container, QStringLiteral("late.mp4"), permissions,
-                                                         std::chrono::hours(hours));
-    run.answerNextWith(url);
-    QFile file(run.program.pathOf(QStringLiteral("late.mp4")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QVERIFY(file.resize(harm == Harm::Shortened ? largeFile : 1000));
-    QVERIFY(run.program.fillForm(QUrl::fromLocalFile(file.fileName()), QStringLiteral("Too late")));
-    if (harm == Harm::Removed || harm == Harm::MadeAFolder) {
-        QVERIFY(file.remove());
-    }
-    if (harm == Harm::MadeAFolder) {
-        QVERIFY(QDir().mkdir(file.fileName()));
-    }
-    const qint64 stored = m_azurite->storedBytes();
-    QVERIFY(run.program.click("uploadButton"));
-    if (harm == Harm::Shortened) {
-        QVERIFY(WindowDriver::await(QStringLiteral("the first blocks in the store"),
-                                    [&] { return m_azurite->storedBytes() > stored; }));
-        QVERIFY(file.resize(1000));
-    }
-
-    QVERIFY(run.program.driver().shows(statusLine, QStringLiteral("Error: AzCopy exited with code 1")));
-    QVERIFY(run.program.driver().ready(QStringLiteral("uploadButton")));
-    QVERIFY(WindowDriver::await(QStringLiteral("the failure in the log"), [&run] {
-        return run.log().endsWith(u"Upload Error: AzCopy exited with code 1\n");
-    }));
-    QVERIFY(run.service.requestsTo(LocalService::registrationPath).empty());
-
-    QVERIFY(run.program.click("whyButton"));
-    QTRY_VERIFY(run.program.driver().textOf(QStringLiteral("failureWords")).startsWith(words));
-    const QString shownLine = run.program.driver().textOf(QStringLiteral("failureLine"));
-    QVERIFY2(shownLine.contains(line), qPrintable(shownLine));
-    const QString signature = url.section(QStringLiteral("sig="), 1);
-    QVERIFY(!signature.isEmpty() && !run.log().contains(signature) && !shownLine.contains(signature));
 }
 
 bool EndToEndTest::loseStore(Run& run)

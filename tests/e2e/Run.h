@@ -1,0 +1,63 @@
+#pragma once
+
+#include "standins/LocalService.h"
+#include "testkit/ProgramFixture.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace tessary {
+
+/// Takes the tool some seconds; a sparse file.
+inline constexpr qint64 largeFile = 512LL * 1024 * 1024;
+
+/// One run of the program at a service of its own.
+struct Run
+{
+    explicit Run(const standins::BlobStore& store)
+        : service(store), program(service.baseUrl(), QStringLiteral(TESSARY_RESOURCES))
+    {
+    }
+
+    [[nodiscard]] bool start() { return program.signIn(standins::localWorkspaces().front().key); }
+
+    /// What the service is to answer the next request for an upload URL with.
+    void answerNextWith(const QString& uploadUrl)
+    {
+        service.addFault(standins::LocalService::uploadUrlPath,
+                         standins::Fault::answered({200, R"({"sasUrl":")" + uploadUrl.toUtf8() + "\"}"}));
+    }
+
+    [[nodiscard]] bool reaches(UploadState wanted) const
+    {
+        return testkit::WindowDriver::await(statusMessageOf(wanted),
+                                            [&] { return program.state().uploadState() == wanted; });
+    }
+
+    [[nodiscard]] bool isRegistered() const
+    {
+        return testkit::WindowDriver::await(QStringLiteral("the registration in the log"), [this] {
+            return log().contains(u"Video uploaded. Library ID: ");
+        });
+    }
+
+    [[nodiscard]] bool isIdle()
+    {
+        const UploadActivity& activity = *program.application().uploadActivity();
+        return testkit::WindowDriver::await(QStringLiteral("every upload to end"),
+                                            [&] { return !activity.underWay(); });
+    }
+
+    [[nodiscard]] QString log() const { return program.driver().textOf(QStringLiteral("logText")); }
+
+    [[nodiscard]] const std::vector<standins::RegisteredVideo>& videos() const
+    {
+        return service.library().videos();
+    }
+
+    standins::LocalService service;
+    testkit::ProgramFixture program;
+};
+
+} // namespace tessary
