@@ -35,7 +35,7 @@ make_root() {
 
 # copy_project ROOT: the tree as git knows it, into the person's home.
 copy_project() {
-    mkdir "$1/home/person/project"
+    mkdir -p "$1/home/person/project"
     git ls-files -z --cached --others --exclude-standard | tar --create --null --files-from=- --ignore-failed-read |
         tar --extract --directory "$1/home/person/project"
     chroot "$1" chown -R person: /home/person/project

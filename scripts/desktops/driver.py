@@ -227,8 +227,14 @@ def take(function, desktop):
 
 def note_nameless():
     """What assistive technology is told of after this step and has no name."""
-    if processes("tessary_macos_uploader"):
-        NAMELESS.update(f"{each.role()} {each.extents(SCREEN)}" for each in program().below() if not each.name())
+    if not processes("tessary_macos_uploader"):
+        return
+    for each in program().below():
+        try:
+            if not each.name():
+                NAMELESS.add(each.role())
+        except GLib.Error:
+            pass  # gone meanwhile
 
 
 def main(name):

@@ -61,20 +61,23 @@ class Session(Desktop):
     def drag(self, path, node):
         self.spawn("pcmanfm", str(path.parent), GTK_MODULES="gail:atk-bridge")
         manager = wait_for("file manager", lambda: self.run("xdotool", "search", "--onlyvisible", "--class", "pcmanfm",
-                                                            check=False))
-        self.run("xdotool", "windowsize", manager.split()[0], "600", "300")
-        self.run("xdotool", "windowmove", manager.split()[0], "900", "20")
-        icon = wait_for("icon in the file manager", self.icon)
-        x, y = node.centre(SCREEN)
-        from_x, from_y = icon.centre(SCREEN)
-        self.run("xdotool", "mousemove", str(from_x), str(from_y), "mousedown", "1")
-        for step in range(1, 21):
-            self.run("xdotool", "mousemove", str(from_x + (x - from_x) * step // 20),
-                     str(from_y + (y - from_y) * step // 20))
-            time.sleep(0.03)  # a hand is no faster
-        self.run("xdotool", "mouseup", "1")
-        comes(lambda: program().find(path.name))  # the file manager is asked for its address yet
-        self.run("xdotool", "windowclose", manager.split()[0])
+                                                            check=False)).split()[0]
+        try:
+            left, top = 900, 40  # beside what it is dropped on
+            self.run("xdotool", "windowsize", manager, "600", "300", "windowmove", manager, str(left), str(top))
+            icon = comes(self.icon)
+            # On newer desktops the file manager tells nobody of its icons. The first one always lies there.
+            from_x, from_y = icon.centre(SCREEN) if icon else (left + 204, top + 98)
+            x, y = node.centre(SCREEN)
+            self.run("xdotool", "mousemove", str(from_x), str(from_y), "mousedown", "1")
+            for step in range(1, 21):
+                self.run("xdotool", "mousemove", str(from_x + (x - from_x) * step // 20),
+                         str(from_y + (y - from_y) * step // 20))
+                time.sleep(0.03)  # a hand is no faster
+            self.run("xdotool", "mouseup", "1")
+            comes(lambda: program().find(path.name))  # the file manager is asked for its address yet
+        finally:
+            self.run("xdotool", "windowclose", manager)
 
     def icon(self):
         """That of the one file in the folder."""

@@ -129,6 +129,8 @@ void MeasuresTest::outlinesAreSharp()
 {
     QFETCH(QByteArray, name);
     QFETCH(bool, upright);
+    m_fixture->window().resize(1000, 900); // the whole form, however small the screen is
+    QTRY_COMPARE(placeOf(*m_fixture->window().contentItem()).height(), 900.0);
     const QImage picture = m_fixture->window().grabWindow();
     const QRectF shape = place(name.constData());
     const double scale = 1 / pixel();
