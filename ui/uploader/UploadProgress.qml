@@ -14,7 +14,10 @@ Squircle {
     implicitWidth: 100
     implicitHeight: 8
     radius: 4
-    fill: Look.separatorColor
+    fill: Look.trackColor
+    outline: Look.trackOutlineColor
+    lineWidth: 1
+    lineInside: true
     Accessible.role: Accessible.ProgressBar
     Accessible.name: qsTr("Upload progress: %1 %").arg(Math.round(value * 100))
 
