@@ -166,6 +166,9 @@ std::vector<Scene> scenes()
         {QStringLiteral("uploader-quit"),
          [](ProgramFixture& program) {
              upload(program);
+             // Without it the program would quit. It goes with the window.
+             const auto underWay = program.application().uploadActivity()->beginRegistration();
+             QObject::connect(&program.window(), &QObject::destroyed, [underWay] {});
              program.press(Qt::Key_Q, Qt::ControlModifier);
          },
          true},

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSGRendererInterface>
 #include <QTest>
 
 #include <cmath>
@@ -44,6 +45,8 @@ private Q_SLOTS:
     void optionsShareTheirRow();
     void outlinesAreSharp_data();
     void outlinesAreSharp();
+    void barsCoverWholePixels_data();
+    void barsCoverWholePixels();
     void buttonsKeepTheirPadding();
 
 private:
@@ -58,6 +61,8 @@ void MeasuresTest::init()
 {
     m_fixture = std::make_unique<testkit::ProgramFixture>();
     QVERIFY(m_fixture->showUploader());
+    QCOMPARE(m_fixture->window().rendererInterface()->graphicsApi() == QSGRendererInterface::Software,
+             qgetenv("QT_QUICK_BACKEND") == "software");
 }
 
 void MeasuresTest::gaps_data()
@@ -99,7 +104,8 @@ void MeasuresTest::optionsShareTheirRow()
     QFETCH(int, width);
     m_fixture->window().resize(width, 700);
     QTRY_COMPARE(placeOf(*m_fixture->window().contentItem()).width(), double(width));
-    const QRectF row = place("nameField"); // as wide as the form
+    QVERIFY(!m_fixture->window().grabWindow().isNull()); // all is laid out by then
+    const QRectF row = place("nameField");               // as wide as the form
     const QList<QRectF> options{place("perspectiveOption:60"), place("perspectiveOption:180"),
                                 place("perspectiveOption:360")};
     QCOMPARE(options.front().left(), row.left());
@@ -121,6 +127,54 @@ void MeasuresTest::outlinesAreSharp_data()
     for (const char* name : {"formatOption:2D", "formatOption:Separate", "nameField"}) {
         QTest::addRow("beside %s", name) << QByteArray(name) << true;
     }
+}
+
+void MeasuresTest::barsCoverWholePixels_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<bool>("across");  // from left to right rather than from above
+    QTest::addColumn<double>("along"); // in points from the item's beginning, where it is looked at
+    QTest::newRow("divider") << QByteArray("cardDivider") << true << 60.0;
+    QTest::newRow("dot") << QByteArray("stateDot") << false << 4.0;
+    QTest::newRow("track") << QByteArray("progressBar") << false << 90.0;
+    QTest::newRow("fill") << QByteArray("progressFill") << false << 10.0;
+    QTest::newRow("button of a question") << QByteArray("declineButton") << false << 20.0;
+}
+
+/// From one side to the other there is what lies around, as many device pixels as there should be in one
+/// tone, and what lies around again.
+void MeasuresTest::barsCoverWholePixels()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(bool, across);
+    QFETCH(double, along);
+    FileUploaderState& state = m_fixture->state();
+    state.enter(UploadState::Requesting);
+    state.processOutput("\r50.0 %, 0 Done, 0 Failed, 1 Pending, 0 Skipped, 1 Total, ");
+    const auto underWay = m_fixture->application().uploadActivity()->beginRegistration();
+    if (name == "declineButton") {
+        QVERIFY(!m_fixture->window().close());
+    }
+    QVERIFY(m_fixture->driver().ready(name));
+    QTRY_COMPARE(place("progressFill").width(), 50.0);
+    const QImage picture = m_fixture->window().grabWindow();
+    const double scale = 1 / pixel();
+    const QRectF shape = place(name.constData());
+    const int from = int((across ? shape.left() : shape.top()) * scale) - 3;
+    const int size = qRound((across ? shape.width() : shape.height()) * scale);
+    const int other = int(((across ? shape.top() : shape.left()) + along) * scale);
+    const auto at = [&](int step) {
+        return tone(across ? picture.pixel(from + step, other) : picture.pixel(other, from + step));
+    };
+    const int around = at(0);
+    const int inside = at(3 + size / 2);
+    int covered = 0;
+    for (int step = 1; step < size + 6; ++step) {
+        const double share = double(at(step) - around) / (inside - around);
+        QVERIFY2(share < 0.1 || share > 0.88, qPrintable(QString::number(share))); // a dot is round
+        covered += share > 0.5 ? 1 : 0;
+    }
+    QCOMPARE(covered, std::max(size, 1));
 }
 
 /// Across an edge there is what is outside, a line of one tone and of whole device pixels, and what is

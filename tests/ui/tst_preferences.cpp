@@ -115,6 +115,7 @@ void PreferencesTest::highContrastStandsOut()
     check({"alternateSelectedControlText"}, {"systemBlue", "systemGray"}, 7);
     check({"accentText"}, {"accent"}, 7);
     check({"separator", "tertiaryLabel", "systemBlue", "systemGreen", "systemYellow", "accent"}, grounds, 3);
+    check({"systemBlue", "trackOutline"}, {"track"}, 3);
     QGuiApplication::setPalette(before);
 }
 

@@ -33,7 +33,10 @@ ProgressItem {
 
         anchors.fill: parent
         radius: 4
-        fill: Look.separatorColor
+        fill: Look.trackColor
+        outline: Look.trackOutlineColor
+        lineWidth: 1
+        lineInside: true
     }
 
     Item {
