@@ -19,5 +19,5 @@ if(TESSARY_SANITIZE)
 endif()
 
 # What people install is hardened as a distribution's own programs are.
-add_compile_options($<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2> $<$<CONFIG:Release>:-fstack-protector-strong>)
+add_compile_options("$<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2;-D_GLIBCXX_ASSERTIONS;-fstack-protector-strong>")
 add_link_options($<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)

@@ -87,7 +87,6 @@ PortalFileChooser::PortalFileChooser(QDBusConnection bus, QObject* parent)
       m_bus(std::move(bus)),
       m_portal(portal::service, m_bus, QDBusServiceWatcher::WatchForUnregistration)
 {
-    m_timer.setSingleShot(true);
     m_timer.setInterval(patience);
     connect(&m_timer, &QTimer::timeout, this, &PortalFileChooser::giveUp);
     connect(&m_portal, &QDBusServiceWatcher::serviceUnregistered, this, [this] {

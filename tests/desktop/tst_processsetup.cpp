@@ -4,10 +4,12 @@
 #include <QTest>
 
 #include <array>
+#include <csignal>
 #include <fcntl.h>
 #include <functional>
 #include <poll.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -38,29 +40,44 @@ int pipeWhoseWriter(bool isThere)
     return ends[0];
 }
 
-/// What a child process finds after the set-up with that standard input; exit statuses of it.
-enum Finding { Idle = 0, SomethingToRead = 1, AtEnd = 2, CoreFilesOn = 3 };
+/// What a child process finds after the set-up with that standard input.
+enum Finding {
+    Kept = 0,
+    Replaced = 1,
+    SomethingToRead = 2,
+    AtEnd = 4,
+    CoreFilesOn = 8,
+    DiesOfAPipe = 16,
+    Closed = 32
+};
 
 int findingWith(const MakeInput& makeInput)
 {
     const pid_t child = fork();
     if (child == 0) {
         const int input = makeInput();
-        close(STDIN_FILENO);
+        for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+            close(descriptor);
+        }
         if (input >= 0) {
             dup2(input, STDIN_FILENO);
         }
+        struct stat before = {};
+        struct stat after = {};
+        fstat(input, &before);
         prepareProcess();
+        fstat(STDIN_FILENO, &after);
         rlimit core{};
         getrlimit(RLIMIT_CORE, &core);
         pollfd readable{STDIN_FILENO, POLLIN, 0};
         char byte = 0;
-        int finding = Idle;
-        if (core.rlim_cur != 0) {
-            finding = CoreFilesOn;
-        } else if (poll(&readable, 1, 0) > 0) {
-            finding = read(STDIN_FILENO, &byte, 1) == 1 ? SomethingToRead : AtEnd;
+        int finding = before.st_ino == after.st_ino ? Kept : Replaced;
+        if (poll(&readable, 1, 0) > 0) {
+            finding |= read(STDIN_FILENO, &byte, 1) == 1 ? SomethingToRead : AtEnd;
         }
+        finding |= core.rlim_cur == 0 && core.rlim_max == 0 ? 0 : CoreFilesOn;
+        finding |= std::signal(SIGPIPE, SIG_DFL) == SIG_IGN ? 0 : DiesOfAPipe;
+        finding |= write(STDOUT_FILENO, "", 1) == 1 && write(STDERR_FILENO, "", 1) == 1 ? 0 : Closed;
         _exit(finding);
     }
     int status = 0;
@@ -87,15 +104,15 @@ void ProcessSetupTest::standardInput_data()
         QTest::newRow(name) << makeInput << finding;
     };
     row(
-        "null device", [] { return open("/dev/null", O_RDONLY); }, Idle);
+        "null device", [] { return open("/dev/null", O_RDONLY); }, Replaced);
     row(
-        "closed", [] { return -1; }, Idle);
+        "closed", [] { return -1; }, Replaced);
     row(
-        "pipe at its end", [] { return pipeWhoseWriter(false); }, Idle);
+        "pipe at its end", [] { return pipeWhoseWriter(false); }, Replaced);
     row(
-        "pipe that may bring more", [] { return pipeWhoseWriter(true); }, Idle);
+        "pipe that may bring more", [] { return pipeWhoseWriter(true); }, Kept);
     row(
-        "empty file", [] { return filledFile({}); }, Idle);
+        "empty file", [] { return filledFile({}); }, Replaced);
     row(
         "file with content is left alone", [] { return filledFile("x"); }, SomethingToRead);
 }

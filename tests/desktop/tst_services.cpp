@@ -1,5 +1,6 @@
 #include "desktop/CaretRest.h"
 #include "desktop/PortalAppearance.h"
+#include "desktop/PortalFileChooser.h"
 #include "desktop/SuspendInhibitor.h"
 #include "tests/support/FakeService.h"
 
@@ -29,6 +30,8 @@ private Q_SLOTS:
     void isSilentWhereNobodyOffersIt();
     void followsTheAppearance_data();
     void followsTheAppearance();
+    void thePortalsDialogIsForWhoHasNoneOfTheirOwn_data();
+    void thePortalsDialogIsForWhoHasNoneOfTheirOwn();
     void theCaretRestsUntilItIsWoken_data();
     void theCaretRestsUntilItIsWoken();
 
@@ -49,14 +52,19 @@ void DesktopTest::keepsTheSessionAwake_data()
     const QString manager = QStringLiteral("org.gnome.SessionManager");
     const QString power = QStringLiteral("org.freedesktop.PowerManagement");
     QTest::newRow("the portal comes first")
-        << QStringList{portal, manager, power} << QStringLiteral("Inhibit /org/freedesktop/portal/desktop")
-        << QStringLiteral("Close /request/1");
+        << QStringList{portal, manager, power}
+        << QStringLiteral("org.freedesktop.portal.Inhibit.Inhibit /org/freedesktop/portal/desktop")
+        << QStringLiteral("org.freedesktop.portal.Request.Close /request/1");
     QTest::newRow("then the session manager")
-        << QStringList{manager, power} << QStringLiteral("Inhibit /org/gnome/SessionManager")
-        << QStringLiteral("Uninhibit /org/gnome/SessionManager");
+        << QStringList{manager, power}
+        << QStringLiteral("org.gnome.SessionManager.Inhibit /org/gnome/SessionManager")
+        << QStringLiteral("org.gnome.SessionManager.Uninhibit /org/gnome/SessionManager");
     QTest::newRow("then power management")
-        << QStringList{power} << QStringLiteral("Inhibit /org/freedesktop/PowerManagement/Inhibit")
-        << QStringLiteral("UnInhibit /org/freedesktop/PowerManagement/Inhibit");
+        << QStringList{power}
+        << QStringLiteral(
+               "org.freedesktop.PowerManagement.Inhibit.Inhibit /org/freedesktop/PowerManagement/Inhibit")
+        << QStringLiteral(
+               "org.freedesktop.PowerManagement.Inhibit.UnInhibit /org/freedesktop/PowerManagement/Inhibit");
 }
 
 void DesktopTest::keepsTheSessionAwake()
@@ -105,7 +113,7 @@ void DesktopTest::releasesWhatIsGrantedTooLate()
     settle();
     settle(); // the release goes out when the answer has come in
     QCOMPARE(portal.calls.size(), 2);
-    QCOMPARE(portal.calls.last(), QStringLiteral("Close /request/2"));
+    QCOMPARE(portal.calls.last(), QStringLiteral("org.freedesktop.portal.Request.Close /request/2"));
 }
 
 void DesktopTest::isSilentWhereNobodyOffersIt()
@@ -141,6 +149,7 @@ void DesktopTest::followsTheAppearance_data()
     row("large", gnome, "text-scaling-factor", 1.5, "0 0 1 1.5");
     row("far too large", gnome, "text-scaling-factor", 1e9, "0 0 1 3");
     row("far too small", gnome, "text-scaling-factor", 1e-9, "0 0 1 0.5");
+    row("nothing", gnome, "text-scaling-factor", 0.0, "0 0 1 1");
     row("negative", gnome, "text-scaling-factor", -2.0, "0 0 1 1");
     row("no number", gnome, "text-scaling-factor", qQNaN(), "0 0 1 1");
     row("no value of the kind", gnome, "text-scaling-factor", QVariantList{2}, "0 0 1 1");
@@ -177,6 +186,33 @@ void DesktopTest::followsTheAppearance()
     portal.announce(group, key, value);
     settle();
     QCOMPARE(said(told), expected);
+}
+
+void DesktopTest::thePortalsDialogIsForWhoHasNoneOfTheirOwn_data()
+{
+    QTest::addColumn<bool>("hasTheme"); // where the themes of KDE and GTK are installed
+    for (const char* desktop : {"GNOME", "ubuntu:GNOME", "X-Cinnamon", "Pantheon", "Unity", "MATE", "XFCE",
+                                "LXDE", "KDE", "plasma:kde"}) {
+        QTest::newRow(desktop) << true;
+    }
+    for (const char* desktop : {"", "sway", "GNOMELIKE"}) {
+        QTest::newRow(desktop) << false;
+    }
+}
+
+void DesktopTest::thePortalsDialogIsForWhoHasNoneOfTheirOwn()
+{
+    QFETCH(bool, hasTheme);
+    qputenv("XDG_CURRENT_DESKTOP", QTest::currentDataTag());
+    const QString plugins = QStringLiteral(TESSARY_PLUGINS);
+    QVERIFY(PortalFileChooser::isWanted());
+    QCoreApplication::addLibraryPath(plugins);
+    QCOMPARE(PortalFileChooser::isWanted(), !hasTheme);
+    qputenv("QT_QPA_PLATFORMTHEME", "mine");
+    QVERIFY(!PortalFileChooser::isWanted());
+    qunsetenv("QT_QPA_PLATFORMTHEME");
+    QCoreApplication::removeLibraryPath(plugins);
+    qunsetenv("XDG_CURRENT_DESKTOP");
 }
 
 void DesktopTest::theCaretRestsUntilItIsWoken_data()

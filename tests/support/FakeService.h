@@ -46,7 +46,7 @@ public:
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override
     {
         if (message.member() != settling) {
-            calls.append(message.member() + u' ' + message.path());
+            calls.append(message.interface() + u'.' + message.member() + u' ' + message.path());
             arguments = message.arguments();
         }
         bus.send(message.createReply(answers.value(message.member(), m_answer)));

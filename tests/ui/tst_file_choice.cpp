@@ -51,16 +51,23 @@ public:
         if (message.interface() == "org.freedesktop.portal.Settings") {
             return false;
         }
-        calls.append(message.member());
+        calls.append(message.interface().section('.', -1) + '.' + message.member());
+        if (message.member() == "Close") {
+            closed = message.path();
+        }
         if (m_manner == Manner::IsSilent) {
             return true;
         }
-        if (message.member() == "Get" && m_manner != Manner::HasNoVersion) {
+        const QVariantList arguments = message.arguments();
+        if (arguments == QVariantList{"org.freedesktop.portal.FileChooser", "version"} &&
+            m_manner != Manner::HasNoVersion) {
             const uint version = m_manner == Manner::HasVersionZero ? 0 : 3;
             return bus.send(message.createReply(QVariant::fromValue(QDBusVariant(version))));
         }
         if (message.member() == "OpenFile" && m_manner != Manner::RefusesToOpen) {
-            const auto options = qdbus_cast<QVariantMap>(message.arguments().value(2));
+            title = arguments.value(1).toString();
+            const auto options = qdbus_cast<QVariantMap>(arguments.value(2));
+            modal = options.value("modal").toBool();
             request = u"/org/freedesktop/portal/desktop/request/%1/%2"_s.arg(
                 message.service().mid(1).replace('.', '_'), options.value("handle_token").toString());
             return bus.send(message.createReply(QVariant::fromValue(QDBusObjectPath(request))));
@@ -79,6 +86,9 @@ public:
 
     QStringList calls;
     QString request;
+    QString closed;
+    QString title;
+    bool modal = false;
 
 private:
     QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
@@ -169,8 +179,10 @@ void FileChoiceTest::portalDialogIsTheDefault()
     QCOMPARE(state().selectedFileFormat(), "Stereoscopic Left/Right"); // the window waits
     portal.respond(response, uris);
     QTRY_COMPARE(state().selectedFile(), file);
+    QCOMPARE(portal.title, "Choose a file");
+    QVERIFY(portal.modal);
     QCOMPARE(state().statusMessage(), file.isEmpty() ? "Ready to upload" : "Selected: a b%.mov");
-    QCOMPARE(portal.calls, (QStringList{"Get", "OpenFile"}));
+    QCOMPARE(portal.calls, (QStringList{"Properties.Get", "FileChooser.OpenFile"}));
     QVERIFY(toolkitDialog() == nullptr);
     QTRY_VERIFY(m_fixture->click("formatOption:2D") && state().selectedFileFormat() == "2D");
 }
@@ -191,7 +203,8 @@ void FileChoiceTest::dialogGoesWithItsScreen()
     QVERIFY(m_fixture->click("filePicker"));
     QTRY_VERIFY(!portal.request.isEmpty());
     m_fixture->session().setApiKey({});
-    QTRY_COMPARE(portal.calls, (QStringList{"Get", "OpenFile", "Close"}));
+    QTRY_COMPARE(portal.calls, (QStringList{"Properties.Get", "FileChooser.OpenFile", "Request.Close"}));
+    QCOMPARE(portal.closed, portal.request);
 }
 
 void FileChoiceTest::toolkitDialogIsTheFallback_data()
@@ -203,10 +216,10 @@ void FileChoiceTest::toolkitDialogIsTheFallback_data()
         QTest::newRow(name) << int(manner) << theme << asked;
     };
     row("no portal", Manner::IsAbsent, {}, {});
-    row("no version", Manner::HasNoVersion, {}, {"Get"});
-    row("version zero", Manner::HasVersionZero, {}, {"Get"});
-    row("refused", Manner::RefusesToOpen, {}, {"Get", "OpenFile"});
-    row("silent", Manner::IsSilent, {}, {"Get"});
+    row("no version", Manner::HasNoVersion, {}, {"Properties.Get"});
+    row("version zero", Manner::HasVersionZero, {}, {"Properties.Get"});
+    row("refused", Manner::RefusesToOpen, {}, {"Properties.Get", "FileChooser.OpenFile"});
+    row("silent", Manner::IsSilent, {}, {"Properties.Get"});
     row("a theme is chosen", Manner::Offers, "gtk3", {});
 }
 
@@ -273,7 +286,7 @@ void FileChoiceTest::controlOOpensTheFirstEmptyPicker()
     QVERIFY(m_fixture->click("formatOption:2D"));
     QVERIFY(chooses("file:///one.mov"));
     QTRY_COMPARE(state().selectedFile(), QUrl("file:///one.mov"));
-    QCOMPARE(portal.calls.count("OpenFile"), 3);
+    QCOMPARE(portal.calls.count("FileChooser.OpenFile"), 3);
 }
 
 QTEST_MAIN(FileChoiceTest)

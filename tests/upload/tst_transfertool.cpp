@@ -201,7 +201,7 @@ void TransferToolTest::killToolsEndsWhatIgnoresAStop()
 void TransferToolTest::theLogIsRefreshedWhileTheToolIsSilent()
 {
     const testkit::ScriptedTool tool(
-        "read -r -t 20 line < <(until [ -e \"$home/go\" ]; do sleep 0.05; done; echo x)");
+        "read -r -t 20 line < <(until [ -e \"$home/go\" -o ! -e \"$home\" ]; do sleep 0.05; done; echo x)");
     const testkit::TimerWatch timers;
     const QFuture<TransferOutcome> future = start(tool, {});
     QTRY_VERIFY_WITH_TIMEOUT(m_refreshes >= 5, 20'000);
