@@ -84,7 +84,8 @@ void FeedbackTest::notifies()
     desktop.answers["GetCapabilities"] = capabilities;
     Notifications notifications(m_bus);
     notifications.show(1, {"<i>Title</i>", "<b>A & B</b>", urgent});
-    QTRY_COMPARE(desktop.calls, (QStringList{"GetCapabilities " + serverPath, "Notify " + serverPath}));
+    QTRY_COMPARE(desktop.calls,
+                 (QStringList{server + ".GetCapabilities " + serverPath, server + ".Notify " + serverPath}));
     QCOMPARE(desktop.arguments.at(0).toString(), "Tessary Uploader");
     QCOMPARE(desktop.arguments.at(1).toUInt(), 0U);
     QCOMPARE(desktop.arguments.at(2).toString(), "tessary_macos_uploader");
@@ -145,7 +146,7 @@ void FeedbackTest::isSilentWithoutAServer()
     FakeService desktop(m_desktop, {server}, 1U); // comes later
     desktop.answers["GetCapabilities"] = QStringList{};
     notifications.show(1, {"Somebody", "does"});
-    QTRY_VERIFY(desktop.calls.contains("Notify " + serverPath));
+    QTRY_VERIFY(desktop.calls.contains(server + ".Notify " + serverPath));
     QCOMPARE(desktop.arguments.at(3).toString(), "Somebody");
 }
 
