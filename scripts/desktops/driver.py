@@ -187,7 +187,9 @@ def asks(desktop):
 
 @step("hears how far it is")
 def hears_progress(desktop):
-    return wait_for("percentage", lambda: next((each for each in desktop.speech() if each.endswith("percent.")), None))
+    # Of the upload under way; the one before has come to the whole.
+    return wait_for("percentage", lambda: next(
+        (each for each in desktop.speech() if each.endswith("percent.") and not each.startswith("100 ")), None))
 
 
 @step("cancels an upload")
