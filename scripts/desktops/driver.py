@@ -21,6 +21,7 @@ API = "https://tessary.example/api"
 ENTRY = "/usr/share/applications/tessary_macos_uploader.desktop"
 SAMPLE = Path.home() / "sample.mp4"
 LARGE = Path.home() / "Videos" / "large.mp4"
+REFUSAL = "The service does not know a workspace for this key."
 QUESTION = "Quit while an upload is under way?"
 DIALOGS = "file chooser", "dialog"
 STEPS = []
@@ -95,6 +96,19 @@ def is_whole(desktop):
     if left < 0 or top < 0 or left + width > desktop.size[0] or top + height > desktop.size[1]:
         raise Missing(f"no room for it: {place}")
     return place
+
+
+@step("says why a key is refused")
+def refuses_key(desktop):
+    desktop.type("no-such-key")
+    wait_for("key as it was typed", lambda: showing("API Key", "text").text() == "no-such-key")
+    desktop.keys("Return")
+    showing(REFUSAL, "label")
+    wait_for("empty field with the focus", lambda: showing("API Key", "text").has(FOCUSED)
+             and not showing("API Key", "text").text())
+    if "is_told" not in desktop.not_done:
+        return wait_for("word of it by Orca", lambda: next((each for each in desktop.speech() if REFUSAL in each), None))
+    return None
 
 
 @step("signs in")
@@ -173,7 +187,9 @@ def asks(desktop):
 
 @step("hears how far it is")
 def hears_progress(desktop):
-    return wait_for("percentage", lambda: next((each for each in desktop.speech() if each.endswith("percent.")), None))
+    # Of the upload under way; the one before has come to the whole.
+    return wait_for("percentage", lambda: next(
+        (each for each in desktop.speech() if each.endswith("percent.") and not each.startswith("100 ")), None))
 
 
 @step("cancels an upload")

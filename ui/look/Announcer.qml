@@ -1,5 +1,4 @@
 import QtQuick
-import Tessary.Look
 
 // Has screen readers say texts at once, wherever the person is. The toolkit has no event for that; what they read out
 // unasked is a notification that comes up. There is nothing of it to see.
