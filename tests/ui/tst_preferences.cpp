@@ -114,8 +114,10 @@ void PreferencesTest::highContrastStandsOut()
     check({"label"}, {"selectedTextBackground"}, 7);
     check({"alternateSelectedControlText"}, {"systemBlue", "systemGray"}, 7);
     check({"accentText"}, {"accent"}, 7);
-    check({"separator", "tertiaryLabel", "systemBlue", "systemGreen", "systemYellow", "accent"}, grounds, 3);
-    check({"systemBlue", "trackOutline"}, {"track"}, 3);
+    check(
+        {"separator", "plainOutline", "tertiaryLabel", "systemBlue", "systemGreen", "systemYellow", "accent"},
+        grounds, 3);
+    check({"systemBlue", "plainOutline"}, {"track"}, 3);
     QGuiApplication::setPalette(before);
 }
 

@@ -28,6 +28,7 @@ Column {
         rightPadding: 12
         text: group.form.apiKey
         fill: Look.faded(Look.labelColor, 0.1 / Look.labelColor.a)
+        outline: Look.plainOutlineColor
         inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | Qt.ImhSensitiveData
         Accessible.name: qsTr("API Key")
         onTextEdited: group.form.apiKey = text

@@ -22,9 +22,10 @@ QtObject {
     readonly property color separatorColor: tone(Qt.rgba(0, 0, 0, 0.1), Qt.rgba(1, 1, 1, 0.1), "#595959", "#a0a0a0")
     /// A separator around what can be used.
     readonly property color outlineColor: tone(Qt.rgba(0, 0, 0, 0.43), Qt.rgba(1, 1, 1, 0.36), "#595959", "#a0a0a0")
-    /// What a bar fills up. With high contrast the fill stands out from it, and its outline from what is around.
+    /// What a bar fills up. With high contrast the fill stands out from it.
     readonly property color trackColor: highContrast ? paper : separatorColor
-    readonly property color trackOutlineColor: highContrast ? separatorColor : transparent
+    /// Around what nothing but its tone tells from its ground; with high contrast that is not enough.
+    readonly property color plainOutlineColor: highContrast ? separatorColor : transparent
     readonly property color labelColor: highContrast ? ink : dark ? Qt.rgba(1, 1, 1, 0.85) : Qt.rgba(0, 0, 0, 0.85)
     readonly property color secondaryLabelColor: highContrast ? ink : dark ? Qt.rgba(1, 1, 1, 0.58) : Qt.rgba(0, 0, 0, 0.68)
     readonly property color tertiaryLabelColor: tone(Qt.rgba(0, 0, 0, 0.43), Qt.rgba(1, 1, 1, 0.34), "#404040", "#c8c8c8")

@@ -61,7 +61,8 @@ Item {
 
             policy: T.ScrollBar.AsNeeded
             visible: size < 1
-            padding: 3
+            leftPadding: 7
+            rightPadding: 1 // beside the text, not on it
             topPadding: area.barInset
             bottomPadding: area.barInset
             minimumSize: 0.08
@@ -69,8 +70,8 @@ Item {
             Accessible.ignored: true // its area scrolls to what the keyboard is at
 
             contentItem: Squircle {
-                implicitWidth: 6
-                radius: 3
+                implicitWidth: 4
+                radius: 2
                 fill: Look.labelColor
                 opacity: bar.pressed || bar.hovered ? 0.7 : 0.52
             }

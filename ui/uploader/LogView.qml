@@ -69,6 +69,9 @@ ScrollArea {
         anchors.fill: parent
         radius: 12
         fill: Look.textBackgroundColor
+        outline: Look.plainOutlineColor
+        lineWidth: 1
+        lineInside: true
     }
 
     TextEdit {

@@ -34,7 +34,7 @@ ProgressItem {
         anchors.fill: parent
         radius: 4
         fill: Look.trackColor
-        outline: Look.trackOutlineColor
+        outline: Look.plainOutlineColor
         lineWidth: 1
         lineInside: true
     }
