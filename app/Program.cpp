@@ -64,12 +64,8 @@ bool Program::openWindow()
 
 void Program::quit()
 {
-    if (m_quitting) {
-        return;
-    }
-    m_quitting = true;
     for (QQuickWindow* window : windows()) {
-        window->hide();
+        window->hide(); // the last one to go comes here, too, which does no harm
     }
     m_application.uploadActivity()->endAll();
 }

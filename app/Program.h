@@ -63,7 +63,6 @@ private:
     QQmlEngine m_engine; ///< after the state it shows, so that it goes first
     QQmlComponent m_windowComponent;
     std::vector<std::unique_ptr<QQuickWindow>> m_windows;
-    bool m_quitting = false;
 };
 
 } // namespace tessary

@@ -178,6 +178,12 @@ void DesktopTest::followsTheAppearance()
         QCOMPARE(said(asked), QStringLiteral("0 0 1 1"));
         settle();
         QCOMPARE(said(asked), expected);
+        QCOMPARE(portal.calls, QStringList(QStringLiteral("org.freedesktop.portal.Settings.ReadAll "
+                                                          "/org/freedesktop/portal/desktop")));
+        QCOMPARE(portal.arguments,
+                 (QVariantList{QStringList{QStringLiteral("org.freedesktop.appearance"),
+                                           QStringLiteral("org.gnome.desktop.a11y.interface"),
+                                           QStringLiteral("org.gnome.desktop.interface")}}));
     }
     FakeService portal(m_desktop, names, QStringLiteral("not what was asked for"));
     const PortalAppearance told(m_bus);
