@@ -15,16 +15,16 @@ struct Workspace
     std::optional<qint64> billingDate; ///< always set in a record that the service sent
     QString containerName;
     QString createdAt; ///< as the service words it, not read as a date
-    qint64 currentStreamHours;
-    bool drmEnabled;
-    bool encodingEnabled;
-    qint64 encodingSeconds;
-    bool has8k;
-    qint64 id;
-    qint64 maxStreamHours;
-    qint64 seats;
+    qint64 currentStreamHours{};
+    bool drmEnabled{};
+    bool encodingEnabled{};
+    qint64 encodingSeconds{};
+    bool has8k{};
+    qint64 id{};
+    qint64 maxStreamHours{};
+    qint64 seats{};
     QString streamContainerName;
-    bool streamingEnabled;
+    bool streamingEnabled{};
     QStringList userIds;
     std::optional<QString> whitelabelKey; ///< always set in a record that the service sent
     QString workspaceName;

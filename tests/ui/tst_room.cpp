@@ -54,6 +54,18 @@ QString described(const QQuickItem& item)
         .arg(item.property("contentHeight").toDouble());
 }
 
+/// The screen with the name wherever there is one.
+void fill(testkit::ProgramFixture& fixture, const QString& name)
+{
+    Workspace workspace;
+    workspace.workspaceName = name;
+    fixture.session().setWorkspaceData(workspace);
+    FileUploaderState& state = fixture.state();
+    state.setVideoName(name);
+    state.setStatusMessage("Selected: " + name);
+    state.processOutput(name + '\n');
+}
+
 } // namespace
 
 /// Whatever the names, the window's size and the text's: all that is there has its room.
@@ -81,18 +93,9 @@ void RoomTest::everythingHasItsRoom_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<double>("textScale");
 
-    const auto fill = [](testkit::ProgramFixture& fixture, const QString& name) {
-        Workspace workspace;
-        workspace.workspaceName = name;
-        fixture.session().setWorkspaceData(workspace);
-        FileUploaderState& state = fixture.state();
-        state.setVideoName(name);
-        state.setStatusMessage("Selected: " + name);
-        state.processOutput(name + '\n');
-    };
     const std::pair<const char*, Scene> scenes[]{
         {"uploading",
-         [fill](auto& fixture, const QString& name) {
+         [](testkit::ProgramFixture& fixture, const QString& name) {
              const bool shown = fixture.showUploader();
              fixture.state().setSelectedFile(QUrl::fromLocalFile('/' + name + '.' + name));
              fixture.state().enter(UploadState::Requesting);
@@ -100,7 +103,7 @@ void RoomTest::everythingHasItsRoom_data()
              return shown;
          }},
         {"two files",
-         [fill](auto& fixture, const QString& name) {
+         [](testkit::ProgramFixture& fixture, const QString& name) {
              const bool shown = fixture.showUploader();
              fixture.state().selectFormat("Separate");
              fixture.state().setSelectedFileLeft(QUrl::fromLocalFile('/' + name));
@@ -109,14 +112,14 @@ void RoomTest::everythingHasItsRoom_data()
              return shown;
          }},
         {"details hidden",
-         [fill](auto& fixture, const QString& name) {
+         [](testkit::ProgramFixture& fixture, const QString& name) {
              const bool shown = fixture.showUploader();
              fill(fixture, name);
              fixture.state().setShowDetails(false);
              return shown;
          }},
         {"key",
-         [](auto& fixture, const QString& name) {
+         [](testkit::ProgramFixture& fixture, const QString& name) {
              fixture.session().setApiKey("key");
              fixture.application().appManager()->setEditingAPIKey(true);
              const bool shown = fixture.driver().ready("cancelKeyButton");
