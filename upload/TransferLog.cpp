@@ -113,13 +113,12 @@ qsizetype beginOfLast(const QString& text, int count)
         return *begin;
     }
     // Opening a segmenter costs far more than a pass with one.
-    static UErrorCode status = U_ZERO_ERROR;
+    UErrorCode status = U_ZERO_ERROR;
     static const std::unique_ptr<UBreakIterator, decltype(&ubrk_close)> characters(
         ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status), &ubrk_close);
     if (!characters || text.size() > std::numeric_limits<int32_t>::max()) {
         return text.size() - count;
     }
-    status = U_ZERO_ERROR;
     ubrk_setText(characters.get(), reinterpret_cast<const UChar*>(text.utf16()),
                  static_cast<int32_t>(text.size()), &status);
     // Forwards, since the segmenter walks backwards at about half the speed.
