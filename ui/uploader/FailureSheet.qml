@@ -44,7 +44,7 @@ Sheet {
         color: Look.secondaryLabelColor
         selectionColor: Look.selectedTextBackgroundColor
         selectedTextColor: Look.labelColor
-        wrapMode: TextEdit.WrapAnywhere
+        wrapMode: TextEdit.Wrap
         readOnly: true
         selectByMouse: true
         activeFocusOnTab: true

@@ -46,11 +46,24 @@ RowLayout {
         text: qsTr("Why?")
         explanation: qsTr("Tells why the upload failed")
         tip: explanation
+        // A target of a finger's size; only what is seen of it counts for the row's height.
+        Layout.topMargin: -topPadding
+        Layout.bottomMargin: -bottomPadding
+        topPadding: 5
+        bottomPadding: 5
+        topInset: 3
+        bottomInset: 3
+        leftPadding: Look.spacing
+        rightPadding: Look.spacing
         contentItem: StyledText {
             text: why.text
             font: Look.subheadline
-            color: Look.systemBlueColor
             Accessible.ignored: true
+        }
+        background: Squircle {
+            radius: why.ringRadius
+            outline: Look.outlineColor
+            lineWidth: 1
         }
         onClicked: row.uploader.failureReport.shown = true
     }
