@@ -64,7 +64,9 @@ void DesktopFeedback::tell(const UploadEnd& end)
     if (QGuiApplication::focusWindow() != nullptr) {
         return; // it is seen there
     }
-    m_launcherEntry.setUrgent(end.kind != UploadEnd::Kind::Registered);
+    if (end.kind != UploadEnd::Kind::Registered) {
+        m_launcherEntry.setUrgent(true);
+    }
     m_notifications.show(subjectOf(end.screen),
                          notificationOf(end, m_application.sessionManager()->workspaceName()));
 }

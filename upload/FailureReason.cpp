@@ -47,7 +47,8 @@ QRegularExpression pattern(const QString& text)
 bool isRoutine(const QString& line)
 {
     static const QRegularExpression routine(
-        QStringLiteral("^\\s*([\\d.]+ %, |Number of |Total Number of |Log file is located at)"));
+        QStringLiteral("^\\s*([\\d.]+ %, |Number of |Total Number of |Elapsed Time|Final Job Status|Log file "
+                       "is located at)"));
     return line.contains(routine);
 }
 

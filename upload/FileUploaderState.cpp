@@ -116,6 +116,7 @@ void FileUploaderState::startUpload()
     m_currentUploadTask = std::make_shared<UploadTask>(m_form.files());
     connect(&m_currentUploadTask->progress, &TransferProgress::changed, this,
             &FileUploaderState::progressInWordsChanged);
+    Q_EMIT progressInWordsChanged(); // the last upload's words are gone
     startUploadTask(shared_from_this(), m_currentUploadTask, m_form.files(), m_dependencies);
 }
 

@@ -48,7 +48,7 @@ qint64 TransferEstimate::bytesSent() const
     for (const File& file : m_files) {
         sent += file.fraction * static_cast<double>(file.size);
     }
-    return static_cast<qint64>(sent);
+    return std::llround(sent);
 }
 
 std::optional<TransferEstimate::Time> TransferEstimate::timeLeft(Time now) const

@@ -3,6 +3,7 @@
 #include "upload/TransferLog.h"
 
 #include <QFileInfo>
+#include <QtNumeric>
 
 namespace tessary {
 namespace {
@@ -37,10 +38,9 @@ void TransferProgress::hear(std::size_t file, const QString& output)
         m_asleep = now.asleep;
         m_estimate.startAnew(now.awake);
     }
-    if (report->percentage != 0) { // what cannot be read is 0, too
-        m_estimate.report(file, report->percentage / whole, report->throughput.value_or(QString()),
-                          now.awake);
-    }
+    // What cannot be read is 0, too: the share stays, and the throughput may still move.
+    const double fraction = report->percentage == 0 ? qQNaN() : report->percentage / whole;
+    m_estimate.report(file, fraction, report->throughput.value_or(QString()), now.awake);
     if (!m_update.isActive() || m_update.intervalAsDuration() != updateInterval) {
         m_update.start(updateInterval);
     }

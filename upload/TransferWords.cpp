@@ -45,11 +45,12 @@ QString sizeInWords(qint64 bytes)
 std::optional<int> percentOf(qint64 part, qint64 whole)
 {
     constexpr int all = 100;
+    constexpr double rounding = 1e-6; // 45 % of a number of bytes is no whole number
     if (whole <= 0) {
         return std::nullopt;
     }
     // In floating point: a hundred times the bytes of a file can be more than an integer holds.
-    return std::clamp(static_cast<int>(std::floor(double(part) / double(whole) * all)), 0, all);
+    return std::clamp(static_cast<int>(std::floor(double(part) * all / double(whole) + rounding)), 0, all);
 }
 
 void TimeLeftWords::take(std::optional<std::chrono::milliseconds> left)

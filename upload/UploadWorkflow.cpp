@@ -216,8 +216,10 @@ void reportFailure(const Upload& upload, const QString& description)
     if (UploadListener* screen = upload.listener()) {
         screen->enter(UploadState::Failed, description);
         screen->processOutput(QLatin1StringView("Upload Error: ") + description);
-        upload.dependencies.activity->announceEnd(
-            {UploadEnd::Kind::UploadFailed, screen->form().videoName, description, screen});
+        if (!upload.isCancelled()) {
+            upload.dependencies.activity->announceEnd(
+                {UploadEnd::Kind::UploadFailed, screen->form().videoName, description, screen});
+        }
     } else {
         printLine(description);
     }

@@ -62,6 +62,7 @@ void UploadEndsTest::isAnnounced_data()
                                  << "1 My %1 video|AzCopy exited with code 3";
     QTest::newRow("no URL") << QByteArray("exit 0") << url << false << "1 My %1 video|The service refused.";
     QTest::newRow("not registered") << QByteArray("exit 0") << registration << false << "2 My %1 video|";
+    QTest::newRow("cancelled while asking") << QByteArray() << nothing << true << "";
     QTest::newRow("cancelled") << patientTool << nothing << true << "";
 }
 
@@ -81,9 +82,13 @@ void UploadEndsTest::isAnnounced()
     if (!refused.isEmpty()) {
         fixture.service.addFault(refused.constData(), Fault::answered({500, "no"}));
     }
+    if (tool.isEmpty()) {
+        fixture.service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
+    }
     fixture.startUpload();
     if (cancelled) {
-        QVERIFY(fixture.logHas("copying"));
+        QTRY_VERIFY(!tool.isEmpty() || !fixture.service.requestsTo(LocalService::uploadUrlPath).empty());
+        QVERIFY(tool.isEmpty() || fixture.logHas("copying"));
         fixture.screen->cancelUpload();
     }
     QVERIFY(fixture.isIdle());

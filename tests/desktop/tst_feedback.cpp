@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QDBusArgument>
+#include <QDBusConnectionInterface>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -154,6 +155,8 @@ void FeedbackTest::showsProgressAtTheDock()
 {
     QVERIFY(m_desktop.connect({}, {}, "com.canonical.Unity.LauncherEntry", "Update", this,
                               SLOT(takeUpdate(QString, QVariantMap))));
+    // The bus answers in turn, so it knows by then who listens.
+    QVERIFY(m_desktop.interface()->isServiceRegistered(m_desktop.baseService()));
     {
         LauncherEntry entry(m_bus);
         QTRY_COMPARE(m_updates, QStringList{"0 0 0"}); // whatever an earlier run left there

@@ -42,7 +42,8 @@ void FailureReportTest::explains_data()
     row("no space", failed + "000 : write: no space left on device", "", "There is no space left", nullptr);
     row("store away", failed + "000 : dial tcp 10.0.0.1:443: connect: connection refused", "",
         "The store cannot be reached", nullptr);
-    row("only the output", "", "INFO: Scanning...\nCannot do it, the moon is full\nNumber of errors: 1\n",
+    row("only the output", "",
+        "INFO: Scanning...\nCannot do it, the moon is full\nNumber of errors: 1\nFinal Job Status: Failed\n",
         "The tool could not finish", "Cannot do it, the moon is full");
     row("only a request's error", "2026 ==> REQUEST ERROR dial tcp: lookup x: no such host\nmore\n", "",
         "The store cannot be reached", nullptr);
