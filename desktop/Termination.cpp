@@ -56,8 +56,10 @@ Termination::Termination() : m_end(openPipe()), m_notifier(m_end, QSocketNotifie
     });
     for (const int signal : terminationSignals) {
         if (!isIgnored(signal)) {
-            // Once: who asks again does not want to wait.
-            setHandler(signal, noteRequest, SA_RESTART | static_cast<int>(SA_RESETHAND));
+            // Once: who asks again does not want to wait. A terminal that closes sends its own more than
+            // once, though.
+            const int once = signal == SIGHUP ? 0 : static_cast<int>(SA_RESETHAND);
+            setHandler(signal, noteRequest, SA_RESTART | once);
         }
     }
 }

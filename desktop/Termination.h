@@ -6,8 +6,8 @@
 namespace tessary::desktop {
 
 /// Notices when the process is asked to end, by SIGTERM, SIGINT or SIGHUP, and leaves it to the program to do
-/// so in order. A second such signal ends it at once. One for the process, below a QCoreApplication; signals
-/// that were ignored stay so.
+/// so in order. The same signal again ends it at once, but for SIGHUP. One for the process, below a
+/// QCoreApplication; signals that were ignored stay so.
 class Termination : public QObject
 {
     Q_OBJECT

@@ -85,13 +85,16 @@ QString withoutSecrets(const QString& text)
     // An address keeps its path; what looks like a value of a signed query goes also without its address, and
     // so does any long run of the letters that keys are made of.
     static const QRegularExpression query(QStringLiteral("(\\w+://[^\\s?\"'<>]*)\\?[^\\s\"'<>]*"));
-    static const QRegularExpression value = pattern(
-        QStringLiteral("\\b(sig|se|st|sp|sv|sr|skoid|sktid|skt|ske|sks|skv|token|key|api-?key|password|"
-                       "secret|signature|authorization)(\\s*[=:]\\s*|%3d)(bearer\\s+|sharedkey\\s+)?"
-                       "[^\\s&\"'<>,;]+"));
-    static const QRegularExpression run(QStringLiteral("[A-Za-z0-9+=_%-]{40,}"));
+    static const QRegularExpression value = pattern(QStringLiteral(
+        "(\\b(?:sig|se|st|sp|sv|sr|skoid|sktid|skt|ske|sks|skv)|"
+        "[\\w-]*(?:token|key|password|secret|signature))(\"?\\s*[=:]\\s*\"?|%3d)[^\\s&\"'<>,;]+"));
+    static const QRegularExpression header =
+        pattern(QStringLiteral("(authorization\"?\\s*[=:]\\s*\"?)[^\"'<>]+"));
+    static const QRegularExpression run(
+        QStringLiteral("[A-Za-z0-9+=_%-]{40,}|[A-Za-z0-9+/]{40,}=|\\beyJ[\\w-]+(\\.[\\w-]+)+"));
     QString clean = text;
     clean.replace(query, QStringLiteral("\\1?…"));
+    clean.replace(header, QStringLiteral("\\1…"));
     clean.replace(value, QStringLiteral("\\1\\2…"));
     clean.replace(run, QStringLiteral("…"));
     return clean;
@@ -99,7 +102,8 @@ QString withoutSecrets(const QString& text)
 
 FailureReason explainFailure(const QByteArray& logTail, const QString& lastWords)
 {
-    const QString line = lineOf(QString::fromUtf8(logTail), lastWords);
+    // Longer than it is shown, so that a value that is cut off is still known by its name.
+    const QString line = lineOf(QString::fromUtf8(logTail), lastWords).left(4 * longestLine);
     const auto* known =
         std::find_if(knownReasons.begin(), knownReasons.end(), [&line](const KnownReason& reason) {
             return line.contains(pattern(QString::fromLatin1(reason.pattern)));

@@ -35,6 +35,9 @@ public:
     /// @param file the place of the tool's file
     void hear(std::size_t file, const QString& output);
 
+    /// The upload is over: the words stay as they are.
+    void end() { m_update.stop(); }
+
     /// "45 % of 812 GB, about 2 h 10 min left"; empty before the first report.
     [[nodiscard]] const QString& inWords() const { return m_inWords; }
 

@@ -57,6 +57,9 @@ std::shared_ptr<const void> UploadActivity::begin(Task task)
 
 void UploadActivity::forget(std::list<Task>::iterator ended)
 {
+    if (*ended != nullptr) {
+        (*ended)->progress.end();
+    }
     m_underWay.erase(ended);
     Q_EMIT underWayChanged();
     Q_EMIT progressChanged();

@@ -76,6 +76,11 @@ void FailureReportTest::keepsSecrets_data()
     row("Authorization: Bearer abc.def", "Authorization: …");
     row("api-key: 1234 and token=5678", "api-key: … and token=…");
     row("sig%3dabc", "sig%3d…");
+    row("access_token=ab; AccountKey=cd", "access_token=…; AccountKey=…");
+    row("{\"client_secret\":\"ab\"}", "{\"client_secret\":\"…\"}");
+    row("Authorization: Basic YWI6Y2Q=", "Authorization: …");
+    row("it was AbCdEfGhIjKlMnOp/QrStUvWxYz/0123456789ab=", "it was …");
+    row("it was eyJhbGci.eyJzdWIi.SflKxw", "it was …");
     row("it was AbCdEfGhIjKlMnOpQrStUvWxYz0123456789abcdef=", "it was …");
     row("/videos/clip one.mov : 403 : no", "/videos/clip one.mov : 403 : no");
 }
