@@ -54,11 +54,6 @@ DesktopFeedback::DesktopFeedback(tessary_macos_uploaderApp& application) : m_app
     connect(&m_notifications, &desktop::Notifications::pressed, this, &DesktopFeedback::windowWanted);
 }
 
-quint64 DesktopFeedback::subjectOf(const UploadListener* screen)
-{
-    return reinterpret_cast<quint64>(screen);
-}
-
 void DesktopFeedback::tell(const UploadEnd& end)
 {
     if (QGuiApplication::focusWindow() != nullptr) {
@@ -67,8 +62,7 @@ void DesktopFeedback::tell(const UploadEnd& end)
     if (end.kind != UploadEnd::Kind::Registered) {
         m_launcherEntry.setUrgent(true);
     }
-    m_notifications.show(subjectOf(end.screen),
-                         notificationOf(end, m_application.sessionManager()->workspaceName()));
+    m_notifications.show(end.screen, notificationOf(end, m_application.sessionManager()->workspaceName()));
 }
 
 } // namespace tessary

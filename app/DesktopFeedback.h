@@ -12,8 +12,9 @@ namespace tessary {
 
 class tessary_macos_uploaderApp;
 
-/// Lets the desktop know of uploads while nobody looks at a window: it stays awake, the dock shows how far
-/// they are, and a notification says how each ended that nobody cancelled. Main thread only.
+/// Lets the desktop know of uploads: it stays awake while there are any, the dock shows how far they are, and
+/// where no window of the program has the keyboard, a notification says how each ended that nobody cancelled.
+/// Main thread only.
 class DesktopFeedback : public QObject
 {
     Q_OBJECT
@@ -22,11 +23,8 @@ public:
     /// @param application outlives this object
     explicit DesktopFeedback(tessary_macos_uploaderApp& application);
 
-    /// What the notifications of a screen are known by, which may be gone when one is pressed.
-    [[nodiscard]] static quint64 subjectOf(const UploadListener* screen);
-
 Q_SIGNALS:
-    /// The person wants to see the window of that screen, or any when the screen is gone.
+    /// The person wants to see the window of the screen with that number, or any when the screen is gone.
     /// @param token by which the compositor lets it come to the front; may be empty
     void windowWanted(quint64 screen, const QString& token);
 

@@ -97,15 +97,22 @@ void Program::answerSession(QSessionManager& session)
 {
     if (m_application.uploadActivity()->underWay() && !m_windows.empty() && session.allowsInteraction()) {
         session.cancel();
-        Q_EMIT questionWanted(m_windows.front().get());
+        askToQuit();
     }
+}
+
+void Program::askToQuit()
+{
+    QQuickWindow* window = m_windows.front().get();
+    desktop::bringToFront(*window, {});
+    Q_EMIT questionWanted(window);
 }
 
 void Program::show(quint64 screen, const QString& token)
 {
     const auto shows = [screen](const QQuickWindow* window) {
         const auto* holder = window->findChild<UploaderStateHolder*>();
-        return holder != nullptr && DesktopFeedback::subjectOf(holder->state()) == screen;
+        return holder != nullptr && holder->state()->number() == screen;
     };
     const std::vector<QQuickWindow*> all = windows();
     const auto found = std::find_if(all.begin(), all.end(), shows);

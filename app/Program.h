@@ -34,6 +34,9 @@ public:
     /// Closes every window, ends the running tools, and then the application loop.
     Q_INVOKABLE void quit();
 
+    /// Asks in the oldest window, which comes to the front, whether to quit. There is a window.
+    void askToQuit();
+
     /// Opens the first window and runs the application loop to its end; returns the exit status.
     int run();
 
@@ -49,7 +52,7 @@ public:
 Q_SIGNALS:
     void windowCountChanged();
 
-    /// The session wants to end while something is under way: people are to be asked in that window.
+    /// People are to be asked in that window whether to quit.
     void questionWanted(QQuickWindow* window);
 
 private:

@@ -41,9 +41,7 @@ void Notifications::show(quint64 subject, const Notification& notification)
         if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
             return; // asked again the next time: a server may come
         }
-        if (!m_capabilities) {
-            listen();
-        }
+        listen();
         m_capabilities = answer.arguments().constFirst().toStringList();
         send(subject, notification);
     });
@@ -51,6 +49,12 @@ void Notifications::show(quint64 subject, const Notification& notification)
 
 void Notifications::listen()
 {
+    if (!m_server.watchedServices().isEmpty()) {
+        return;
+    }
+    m_server.setConnection(m_bus);
+    m_server.addWatchedService(service);
+    connect(&m_server, &QDBusServiceWatcher::serviceOwnerChanged, this, &Notifications::forgetServer);
     m_bus.connect(service, path, service, QStringLiteral("ActivationToken"), this,
                   SLOT(takeToken(uint, QString)));
     m_bus.connect(service, path, service, QStringLiteral("ActionInvoked"), this,
@@ -105,6 +109,12 @@ void Notifications::takeAction(uint id, const QString& action)
 void Notifications::forget(uint id)
 {
     m_ids.remove(m_ids.key(id, 0));
+}
+
+void Notifications::forgetServer()
+{
+    m_capabilities.reset();
+    m_ids.clear();
 }
 
 } // namespace tessary::desktop

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusServiceWatcher>
 #include <QHash>
 #include <QObject>
 #include <QString>
@@ -41,10 +42,12 @@ private Q_SLOTS:
     void forget(uint id);
 
 private:
+    void forgetServer();
     void listen();
     void send(quint64 subject, const Notification& notification);
 
     QDBusConnection m_bus;
+    QDBusServiceWatcher m_server;              ///< of nothing before one has answered
     std::optional<QStringList> m_capabilities; ///< of the server, once it was asked
     QHash<quint64, uint> m_ids;                ///< as the server calls the last of each subject
     QString m_token;                           ///< comes just before the action

@@ -8,9 +8,9 @@
 
 namespace tessary::desktop {
 
-/// Keeps the session from suspending while that is wanted. It asks the desktop portal first, then the
-/// session managers that offer the same under older names; where nobody does, it does nothing and says
-/// nothing. The desktop shows the reason to people who ask it.
+/// Keeps the session from suspending and from being ended while that is wanted. It asks the desktop portal
+/// first, then the session managers that offer the same under older names; where nobody does, it does nothing
+/// and says nothing. The desktop shows the reason to people who ask it.
 class SuspendInhibitor : public QObject
 {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include "desktop/Termination.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
@@ -15,9 +16,11 @@ volatile std::sig_atomic_t pipeToLoop = -1;
 
 extern "C" void noteRequest(int signal)
 {
+    const int error = errno; // of what is interrupted
     requestedBy = signal;
     const char anything = 0;
     [[maybe_unused]] const ssize_t written = write(pipeToLoop, &anything, sizeof anything);
+    errno = error;
 }
 
 /// Makes the pipe and returns the end to be read.

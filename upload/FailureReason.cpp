@@ -69,13 +69,19 @@ QString lineOf(const QString& log, const QString& lastWords)
     static const QRegularExpression error = pattern(QStringLiteral("error|fail|cannot|denied"));
     static const QRegularExpression logged(QStringLiteral("\\bERR\\b|REQUEST ERROR"));
     static const QRegularExpression anything(QStringLiteral("\\S"));
-    for (const QString& line : {lastLine(log, failed), lastLine(lastWords, error), lastLine(log, logged),
-                                lastLine(lastWords, anything)}) {
-        if (!line.isEmpty()) {
+
+    struct Place
+    {
+        const QString& text;
+        const QRegularExpression& wanted;
+    };
+
+    for (const Place& place : {Place{log, failed}, Place{lastWords, error}, Place{log, logged}}) {
+        if (QString line = lastLine(place.text, place.wanted); !line.isEmpty()) {
             return line;
         }
     }
-    return {};
+    return lastLine(lastWords, anything);
 }
 
 } // namespace

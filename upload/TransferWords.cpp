@@ -60,9 +60,13 @@ void TimeLeftWords::take(std::optional<std::chrono::milliseconds> left)
         return;
     }
     constexpr double near = 0.75;
+    constexpr double nearlyOne = 1.25;
     const double minutes = inMinutes(*left);
     const int step = stepAt(minutes);
-    if (m_minutes && minutes >= 1 && std::abs(minutes - *m_minutes) <= near * step) {
+    const bool isStillRight =
+        m_minutes && (*m_minutes == 0 ? minutes <= nearlyOne
+                                      : minutes >= 1 && std::abs(minutes - *m_minutes) <= near * step);
+    if (isStillRight) {
         return;
     }
     m_minutes = minutes < 1 ? 0 : static_cast<int>(std::lround(minutes / step)) * step;

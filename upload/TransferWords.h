@@ -19,7 +19,8 @@ class TimeLeftWords
 {
 public:
     /// Steps of a minute up to ten, of five up to two hours, and of ten beyond. What was said stays until the
-    /// time is more than three quarters of a step away from it.
+    /// time is more than three quarters of a step away from it; less than a minute stays up to one and a
+    /// quarter.
     void take(std::optional<std::chrono::milliseconds> left);
 
     /// "about 2 h 10 min", "less than a minute"; empty while nothing is known.

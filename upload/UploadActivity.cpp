@@ -52,6 +52,7 @@ std::shared_ptr<const void> UploadActivity::begin(Task task)
 {
     const auto begun = m_underWay.insert(m_underWay.end(), std::move(task));
     Q_EMIT underWayChanged();
+    Q_EMIT progressChanged();
     return {&*begun, [this, begun](const void* /*counted*/) { forget(begun); }};
 }
 

@@ -4,8 +4,6 @@
 
 namespace tessary {
 
-class UploadListener;
-
 /// How an upload ended that nobody cancelled.
 struct UploadEnd
 {
@@ -13,8 +11,8 @@ struct UploadEnd
 
     Kind kind;
     QString videoName;
-    QString description;          ///< of what failed
-    const UploadListener* screen; ///< that started it; shown or gone
+    QString description; ///< of what failed
+    quint64 screen;      ///< the number of the one that started it; shown or gone
 };
 
 } // namespace tessary

@@ -20,6 +20,9 @@ public:
     virtual ~UploadListener() = default;
     Q_DISABLE_COPY_MOVE(UploadListener)
 
+    /// Tells this screen from every other of this run, also from one that is gone; never 0.
+    [[nodiscard]] quint64 number() const { return m_number; }
+
     /// The upload that was started last; null before the first.
     [[nodiscard]] virtual const std::shared_ptr<UploadTask>& currentUploadTask() const = 0;
 
@@ -40,6 +43,10 @@ public:
 
     /// The form as it is now.
     [[nodiscard]] virtual const UploadForm& form() const = 0;
+
+private:
+    static inline quint64 s_count = 0;
+    quint64 m_number = ++s_count;
 };
 
 } // namespace tessary

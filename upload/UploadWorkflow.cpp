@@ -22,6 +22,7 @@ struct Upload
     std::shared_ptr<UploadListener> screen;
     std::shared_ptr<UploadTask> task;
     QList<QUrl> files;
+    QString videoName; ///< as it was at the start
     UploadDependencies dependencies;
     std::shared_ptr<const void> underWay;
 
@@ -166,7 +167,7 @@ QCoro::Task<> registerVideo(std::shared_ptr<UploadListener> screen, UploadDepend
                             QStringList blobs, [[maybe_unused]] std::shared_ptr<const void> underWay)
 {
     QString report;
-    UploadEnd end{UploadEnd::Kind::Registered, screen->form().videoName, {}, screen.get()};
+    UploadEnd end{UploadEnd::Kind::Registered, screen->form().videoName, {}, screen->number()};
     try {
         const QString apiKey = requireApiKey(dependencies);
         const VideoRegistration registration = screen->form().registration(blobs);
@@ -218,7 +219,7 @@ void reportFailure(const Upload& upload, const QString& description)
         screen->processOutput(QLatin1StringView("Upload Error: ") + description);
         if (!upload.isCancelled()) {
             upload.dependencies.activity->announceEnd(
-                {UploadEnd::Kind::UploadFailed, screen->form().videoName, description, screen});
+                {UploadEnd::Kind::UploadFailed, upload.videoName, description, screen->number()});
         }
     } else {
         printLine(description);
@@ -259,8 +260,10 @@ void startUploadTask(std::shared_ptr<UploadListener> screen, std::shared_ptr<Upl
 {
     UploadActivity* activity = dependencies.activity;
     auto underWay = activity->beginUpload(task);
-    const auto upload = std::make_shared<const Upload>(Upload{
-        std::move(screen), std::move(task), std::move(files), std::move(dependencies), std::move(underWay)});
+    const QString videoName = screen->form().videoName;
+    const auto upload =
+        std::make_shared<const Upload>(Upload{std::move(screen), std::move(task), std::move(files), videoName,
+                                              std::move(dependencies), std::move(underWay)});
     activity->runLater([upload] { runUpload(upload); });
 }
 

@@ -116,7 +116,7 @@ void ProgramTest::quitQuestionTakesBothAnswers()
     QVERIFY(fixture.showUploader());
     const auto task = std::make_shared<UploadTask>(QList<QUrl>());
     auto upload = fixture.application().uploadActivity()->beginUpload(task);
-    fixture.press(Qt::Key_Q, Qt::ControlModifier);
+    fixture.program().askToQuit(); // as the session does
     QVERIFY(fixture.click("declineButton"));
     QTRY_VERIFY(fixture.item("quitQuestion") == nullptr);
     QCOMPARE(fixture.program().windowCount(), 1);

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QQuickItem>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -183,6 +184,8 @@ void EndToEndTest::anUploadToAStoreThatIsGoneCanBeCancelled()
     QVERIFY(loseStore(run));
     QVERIFY(run.program.click("cancelUploadButton"));
     QVERIFY(run.reaches(UploadState::Cancelled));
+    QVERIFY(run.isIdle());
+    QVERIFY(!run.program.item("whyButton")->isVisible());
     m_azurite->start();
     QVERIFY(run.program.click("uploadButton"));
     QVERIFY(largeFileArrives(run));

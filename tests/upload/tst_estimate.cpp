@@ -199,6 +199,12 @@ void EstimateTest::wordsDoNotJitter()
     }
     words.take(16min);
     QCOMPARE(words.inFull(), "about 15 min");
+    for (const Time left : {59s, 61s, 58s, 75s}) {
+        words.take(left);
+        QCOMPARE(words.inFull(), "less than a minute");
+    }
+    words.take(80s);
+    QCOMPARE(words.inFull(), "about 1 min");
 }
 
 void EstimateTest::progressOfAnUpload()

@@ -31,35 +31,43 @@ FocusScope {
         // The loader makes this in the file's context, which the linter does not know.
         // qmllint disable unqualified
         sourceComponent: FocusScope {
-            UploaderHeaderView {
-                id: header
-
-                width: parent.width
-                uploader: holder.state
-                sessionManager: view.sessionManager
-                appManager: view.appManager
-            }
-
-            CardRow {
-                anchors.top: header.bottom
-                anchors.bottom: parent.bottom
-                width: parent.width
-                uploader: holder.state
-            }
-
-            SuccessOverlay {
+            FocusScope {
                 anchors.fill: parent
-                uploader: holder.state
+                focus: !reason.active
+                enabled: !reason.active
+
+                UploaderHeaderView {
+                    id: header
+
+                    width: parent.width
+                    uploader: holder.state
+                    sessionManager: view.sessionManager
+                    appManager: view.appManager
+                }
+
+                CardRow {
+                    anchors.top: header.bottom
+                    anchors.bottom: parent.bottom
+                    width: parent.width
+                    uploader: holder.state
+                }
+
+                SuccessOverlay {
+                    anchors.fill: parent
+                    uploader: holder.state
+                }
             }
 
             Loader {
+                id: reason
+
                 readonly property FailureReport report: holder.state.failureReport
 
                 anchors.fill: parent
                 active: report?.shown ?? false
                 focus: active
                 sourceComponent: FailureSheet {
-                    report: holder.state.failureReport
+                    report: reason.report
                 }
             }
         }
