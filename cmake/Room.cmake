@@ -7,6 +7,7 @@ function(tessary_room target)
     add_library(${target} STATIC ${arg_SOURCES})
     target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${target} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} tessary_warnings)
+    tessary_compiled_toolkit(${target})
 endfunction()
 
 # tessary_qml_room(TARGET URI uri [TYPES_FROM modules...] QML files... [SOURCES files...] [RESOURCES files...]
@@ -29,16 +30,20 @@ function(tessary_qml_room target)
     target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${target} PUBLIC ${arg_PUBLIC} Qt6::Quick PRIVATE ${arg_PRIVATE})
     target_link_libraries(${target}plugin PUBLIC ${target})
+    target_compile_definitions(${target} PRIVATE
+        "$<TARGET_PROPERTY:tessary_warnings,INTERFACE_COMPILE_DEFINITIONS>")
+    tessary_compiled_toolkit(${target})
 
-    # The generated registration code is compiled into the same target and finds its headers by their names alone. It is
-    # not ours, so the strictest warnings are asked of each of our files.
+    # What the toolkit generates is compiled into the same target. It is not ours, so the warnings are asked of each of our
+    # files; there is a lot of it, so it is compiled several files at a time; and it finds our headers by their names alone.
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
     foreach(source IN LISTS arg_SOURCES)
         get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR}/${source} DIRECTORY)
         target_include_directories(${target} PRIVATE ${folder})
     endforeach()
     set_source_files_properties(${arg_SOURCES} PROPERTIES
         COMPILE_OPTIONS "$<TARGET_PROPERTY:tessary_warnings,INTERFACE_COMPILE_OPTIONS>"
-        COMPILE_DEFINITIONS "$<TARGET_PROPERTY:tessary_warnings,INTERFACE_COMPILE_DEFINITIONS>")
+        SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()
 
 # tessary_write_arrows(FILE): one line for each target of the project: its name, its folder, what it links, and what it

@@ -4,7 +4,8 @@
 function(tessary_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "MUCH_MEMORY" "" "")
     add_executable(${name} ${name}.cpp)
-    target_link_libraries(${name} PRIVATE ${arg_UNPARSED_ARGUMENTS} Qt6::Test tessary_warnings)
+    target_link_libraries(${name} PRIVATE ${arg_UNPARSED_ARGUMENTS} Qt6::Test tessary_test_warnings)
+    target_precompile_headers(${name} REUSE_FROM tessary_toolkit_of_tests)
     target_compile_definitions(${name} PRIVATE TESSARY_SOURCES="${PROJECT_SOURCE_DIR}")
     # The waiting macros of newer Qt convert durations implicitly.
     set_source_files_properties(${name}.cpp PROPERTIES COMPILE_OPTIONS -Wno-conversion)

@@ -1,5 +1,3 @@
-#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
-
 #include "testkit/ProgramFixture.h"
 #include "tests/support/FakeService.h"
 #include "tests/support/UploadFixture.h"

@@ -1,5 +1,3 @@
-#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
-
 #include "desktop/LauncherEntry.h"
 #include "desktop/Notifications.h"
 #include "desktop/Termination.h"

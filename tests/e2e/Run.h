@@ -1,9 +1,11 @@
 #pragma once
 
+#include "standins/Azurite.h"
 #include "standins/LocalService.h"
 #include "testkit/ProgramFixture.h"
 
 #include <QString>
+#include <QTemporaryDir>
 
 #include <vector>
 
@@ -11,6 +13,21 @@ namespace tessary {
 
 /// Takes the tool some seconds; a sparse file.
 inline constexpr qint64 largeFile = 512LL * 1024 * 1024;
+
+/// A blob store with the first workspace's container in it, and a place for what the tool writes down.
+class Store : public standins::Azurite
+{
+public:
+    Store()
+    {
+        qputenv("AZCOPY_LOG_LOCATION", m_toolFolder.path().toUtf8());
+        qputenv("AZCOPY_JOB_PLAN_LOCATION", m_toolFolder.path().toUtf8());
+        createContainer(standins::localWorkspaces().front().container);
+    }
+
+private:
+    QTemporaryDir m_toolFolder;
+};
 
 /// One run of the program at a service of its own.
 struct Run

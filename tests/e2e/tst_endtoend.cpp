@@ -1,14 +1,10 @@
 #include "desktop/ProcessSetup.h"
-#include "standins/Azurite.h"
 #include "tests/e2e/Run.h"
 
 #include <QFile>
 #include <QGuiApplication>
 #include <QQuickItem>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <optional>
 
 using namespace tessary;
 using namespace tessary::standins;
@@ -37,7 +33,6 @@ class EndToEndTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void aFileReachesTheLibrary();
     void aPairKeepsTheOrderOfTheAnswers();
     void aNewUploadFollowsACancelledOneAtOnce();
@@ -49,22 +44,13 @@ private:
     [[nodiscard]] bool loseStore(Run& run);
     [[nodiscard]] bool largeFileArrives(Run& run);
 
-    QTemporaryDir m_toolFolder;
-    std::optional<Azurite> m_azurite;
+    Store m_store;
 };
-
-void EndToEndTest::initTestCase()
-{
-    qputenv("AZCOPY_LOG_LOCATION", m_toolFolder.path().toUtf8());
-    qputenv("AZCOPY_JOB_PLAN_LOCATION", m_toolFolder.path().toUtf8());
-    m_azurite.emplace();
-    m_azurite->createContainer(localWorkspaces().front().container);
-}
 
 void EndToEndTest::aFileReachesTheLibrary()
 {
     const QString sample = QStringLiteral(TESSARY_SAMPLE);
-    Run run(m_azurite->store());
+    Run run(m_store.store());
     QVERIFY(run.start());
     QVERIFY(run.program.fillForm(QUrl::fromLocalFile(sample), QStringLiteral("Café <b>100 %</b>")));
     QVERIFY(run.program.click("formatOption:2D"));
@@ -80,12 +66,12 @@ void EndToEndTest::aFileReachesTheLibrary()
     QCOMPARE(video.perspective, 360);
     QVERIFY(!video.uploadedUrlRight);
     QCOMPARE(video.uploadedUrl, withoutQuery(run.service.library().issuedUrls().front()));
-    QCOMPARE(m_azurite->readBlob(video.uploadedUrl), contentOf(sample));
+    QCOMPARE(m_store.readBlob(video.uploadedUrl), contentOf(sample));
 }
 
 void EndToEndTest::aPairKeepsTheOrderOfTheAnswers()
 {
-    Run run(m_azurite->store());
+    Run run(m_store.store());
     QVERIFY(run.start());
     run.service.answerInReverse(LocalService::uploadUrlPath, 2);
     const QByteArray left(300'000, 'l');
@@ -106,14 +92,14 @@ void EndToEndTest::aPairKeepsTheOrderOfTheAnswers()
     // The file that was chosen for the left eye goes where the answer that came first says.
     QCOMPARE(video.uploadedUrl, withoutQuery(issued.last()));
     QCOMPARE(video.uploadedUrlRight.value_or(QString()), withoutQuery(issued.first()));
-    QCOMPARE(m_azurite->readBlob(video.uploadedUrl), left);
-    QCOMPARE(m_azurite->readBlob(*video.uploadedUrlRight), right);
+    QCOMPARE(m_store.readBlob(video.uploadedUrl), left);
+    QCOMPARE(m_store.readBlob(*video.uploadedUrlRight), right);
     QCOMPARE(video.fileFormat3D, QStringLiteral("Separate"));
 }
 
 void EndToEndTest::aNewUploadFollowsACancelledOneAtOnce()
 {
-    Run run(m_azurite->store());
+    Run run(m_store.store());
     QVERIFY(run.start());
     // The tool tries on for minutes where nothing answers: only the cancelling ends it.
     run.answerNextWith(QStringLiteral("http://127.0.0.1:9/devstoreaccount1/harbor/clip.mp4?sig=none"));
@@ -133,24 +119,24 @@ void EndToEndTest::aNewUploadFollowsACancelledOneAtOnce()
     QCOMPARE(run.videos().size(), 1U);
     QCOMPARE(run.service.requestsTo(LocalService::uploadUrlPath).size(), 2U);
     QCOMPARE(run.videos().front().uploadedUrl, withoutQuery(run.service.library().issuedUrls().last()));
-    QCOMPARE(m_azurite->readBlob(run.videos().front().uploadedUrl), content);
+    QCOMPARE(m_store.readBlob(run.videos().front().uploadedUrl), content);
     QCOMPARE(run.program.driver().textOf(statusLine), statusMessageOf(UploadState::Completed));
     QVERIFY2(!run.log().contains(u"cancel", Qt::CaseInsensitive), qPrintable(run.log()));
 }
 
 bool EndToEndTest::loseStore(Run& run)
 {
-    const qint64 stored = m_azurite->storedBytes();
+    const qint64 stored = m_store.storedBytes();
     QFile file(run.program.pathOf(QStringLiteral("large.mp4")));
     if (!file.open(QIODevice::WriteOnly) || !file.resize(largeFile) || !run.start() ||
         !run.program.driver().drop(filePicker, {QUrl::fromLocalFile(file.fileName())}) ||
         !run.program.driver().type(QStringLiteral("nameField"), QStringLiteral("Large")) ||
         !run.program.click("uploadButton") ||
         !WindowDriver::await(QStringLiteral("the first blocks in the store"),
-                             [&] { return m_azurite->storedBytes() > stored + largeFile / 32; })) {
+                             [&] { return m_store.storedBytes() > stored + largeFile / 32; })) {
         return false;
     }
-    m_azurite->stop();
+    m_store.stop();
     // Two reports: at least one of them speaks of a time without the store.
     const qsizetype reports = run.log().count(u'%');
     return WindowDriver::await(QStringLiteral("the tool's reports"),
@@ -165,28 +151,29 @@ bool EndToEndTest::largeFileArrives(Run& run)
         run.program.state().uploadState() != UploadState::Completed) {
         return false;
     }
-    const QByteArray blob = m_azurite->readBlob(run.videos().front().uploadedUrl);
+    const QByteArray blob = m_store.readBlob(run.videos().front().uploadedUrl);
     return blob.size() == largeFile && blob.count('\0') == largeFile;
 }
 
 void EndToEndTest::aStoreThatComesBackIsWaitedFor()
 {
-    Run run(m_azurite->store());
+    Run run(m_store.store());
     QVERIFY(loseStore(run));
     QVERIFY(run.videos().empty());
-    m_azurite->start();
+    m_store.start();
     QVERIFY(largeFileArrives(run));
 }
 
 void EndToEndTest::anUploadToAStoreThatIsGoneCanBeCancelled()
 {
-    Run run(m_azurite->store());
+    Run run(m_store.store());
     QVERIFY(loseStore(run));
     QVERIFY(run.program.click("cancelUploadButton"));
     QVERIFY(run.reaches(UploadState::Cancelled));
     QVERIFY(run.isIdle());
-    QVERIFY(!run.program.item("whyButton")->isVisible());
-    m_azurite->start();
+    const QQuickItem* why = run.program.item("whyButton");
+    QVERIFY(why == nullptr || !why->isVisible());
+    m_store.start();
     QVERIFY(run.program.click("uploadButton"));
     QVERIFY(largeFileArrives(run));
     QVERIFY(run.isIdle());

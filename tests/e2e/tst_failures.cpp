@@ -1,15 +1,9 @@
-#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
-
 #include "desktop/ProcessSetup.h"
-#include "standins/Azurite.h"
 #include "tests/e2e/Run.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <optional>
 
 using namespace tessary;
 using namespace tessary::standins;
@@ -28,22 +22,12 @@ class FailuresTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void aFailedTransferIsExplained_data();
     void aFailedTransferIsExplained();
 
 private:
-    QTemporaryDir m_toolFolder;
-    std::optional<Azurite> m_azurite;
+    Store m_store;
 };
-
-void FailuresTest::initTestCase()
-{
-    qputenv("AZCOPY_LOG_LOCATION", m_toolFolder.path().toUtf8());
-    qputenv("AZCOPY_JOB_PLAN_LOCATION", m_toolFolder.path().toUtf8());
-    m_azurite.emplace();
-    m_azurite->createContainer(localWorkspaces().front().container);
-}
 
 void FailuresTest::aFailedTransferIsExplained_data()
 {
@@ -78,10 +62,10 @@ void FailuresTest::aFailedTransferIsExplained()
     QFETCH(Harm, harm);
     QFETCH(QString, words);
     QFETCH(QString, line);
-    Run run(m_azurite->store());
+    Run run(m_store.store());
     QVERIFY(run.start());
-    const QString url = m_azurite->store().signedBlobUrl(container, QStringLiteral("late.mp4"), permissions,
-                                                         std::chrono::hours(hours));
+    const QString url = m_store.store().signedBlobUrl(container, QStringLiteral("late.mp4"), permissions,
+                                                      std::chrono::hours(hours));
     run.answerNextWith(url);
     QFile file(run.program.pathOf(QStringLiteral("late.mp4")));
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -93,11 +77,11 @@ void FailuresTest::aFailedTransferIsExplained()
     if (harm == Harm::MadeAFolder) {
         QVERIFY(QDir().mkdir(file.fileName()));
     }
-    const qint64 stored = m_azurite->storedBytes();
+    const qint64 stored = m_store.storedBytes();
     QVERIFY(run.program.click("uploadButton"));
     if (harm == Harm::Shortened) {
         QVERIFY(WindowDriver::await(QStringLiteral("the first blocks in the store"),
-                                    [&] { return m_azurite->storedBytes() > stored; }));
+                                    [&] { return m_store.storedBytes() > stored; }));
         QVERIFY(file.resize(1000));
     }
 

@@ -1,5 +1,3 @@
-#undef QT_NO_CAST_FROM_ASCII // names, everywhere
-
 #include "testkit/ProgramFixture.h"
 #include "testkit/SteppedClock.h"
 

@@ -1,6 +1,3 @@
-#undef QT_NO_CAST_FROM_ASCII // names, everywhere
-#undef QT_NO_URL_CAST_FROM_STRING
-
 #include "testkit/ProgramFixture.h"
 #include "tests/support/FakeService.h"
 

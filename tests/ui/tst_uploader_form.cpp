@@ -1,6 +1,3 @@
-#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
-#undef QT_NO_URL_CAST_FROM_STRING
-
 #include "testkit/ProgramFixture.h"
 
 #include <QGuiApplication>
@@ -206,7 +203,7 @@ void UploaderFormTest::formIsDisabledWhileUploading()
     QCoreApplication::sendEvent(&m_fixture->window(), &enter);
     QVERIFY(!enter.isAccepted());
     QCoreApplication::sendEvent(&m_fixture->window(), &drop);
-    QTest::qWait(20);
+    QCoreApplication::processEvents(); // in which a drop would arrive
     QCOMPARE(state().selectedFileLeft(), file("/l.mov"));
     QVERIFY(m_fixture->click("cancelUploadButton")); // it lies outside the form
     QVERIFY(!state().isUploading());

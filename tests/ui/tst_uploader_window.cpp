@@ -1,6 +1,3 @@
-#undef QT_NO_CAST_FROM_ASCII // names and texts, everywhere
-#undef QT_NO_URL_CAST_FROM_STRING
-
 #include "testkit/ProgramFixture.h"
 
 #include <QQuickItem>

@@ -1,5 +1,3 @@
-#undef QT_NO_CAST_FROM_ASCII // words, everywhere
-
 #include "upload/TransferEstimate.h"
 #include "upload/TransferProgress.h"
 #include "upload/TransferWords.h"

@@ -1,5 +1,3 @@
-#undef QT_NO_CAST_FROM_ASCII // the tool's words, everywhere
-
 #include "upload/FailureReason.h"
 #include "upload/FailureReport.h"
 
