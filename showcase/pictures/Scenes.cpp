@@ -94,16 +94,21 @@ void focusName(ProgramFixture& program)
     program.item("formatOption:2D")->forceActiveFocus(Qt::TabFocusReason);
 }
 
-void fail(ProgramFixture& program)
+void failWith(ProgramFixture& program, const QString& error)
 {
-    upload(program);
-    program.state().enter(UploadState::Failed, QStringLiteral("AzCopy exited with code 1"));
-    program.state().processOutput(QStringLiteral("Upload Error: AzCopy exited with code 1"));
+    program.state().enter(UploadState::Failed, error);
+    program.state().processOutput(QStringLiteral("Upload Error: ") + error);
     ToolReport words;
     words.hear(QStringLiteral("UPLOADFAILED: %1 : 403 : 403 Server failed to authenticate the request. "
                               "When Committing block list.")
                    .arg(clip.toLocalFile()));
     program.state().takeToolReport(words);
+}
+
+void fail(ProgramFixture& program)
+{
+    upload(program);
+    failWith(program, QStringLiteral("AzCopy exited with code 1"));
 }
 
 void explain(ProgramFixture& program)
@@ -127,9 +132,8 @@ void overflow(ProgramFixture& program)
     program.state().setSelectedFile(
         QUrl::fromLocalFile(QStringLiteral("/%1.mov").arg(QStringLiteral("name ").repeated(50))));
     program.state().setVideoName(QStringLiteral("a very long name ").repeated(300));
-    program.state().enter(UploadState::Requesting);
-    program.state().setStatusMessage(QStringLiteral("Error: ") + QStringLiteral("long ").repeated(99));
     program.state().processOutput(QStringLiteral("x").repeated(9000));
+    failWith(program, QStringLiteral("long ").repeated(99));
 }
 
 } // namespace

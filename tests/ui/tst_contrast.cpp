@@ -20,7 +20,7 @@ constexpr double text = 4.5;
 constexpr double strongText = 7;
 constexpr double graphics = 3;
 constexpr double asGiven = 3.6; // white on the blue of the platform, which stays what it is
-constexpr double unavailable = 2.8;
+constexpr double unavailable = 2.4;
 constexpr double any = 1;
 
 } // namespace

@@ -47,7 +47,7 @@ QtObject {
     readonly property color pressedColor: tone(Qt.rgba(0, 0, 0, 0.12), Qt.rgba(1, 1, 1, 0.16), Qt.rgba(0, 0, 0, 0.3), Qt.rgba(1, 1, 1, 0.3))
     readonly property color accentColor: highContrast ? systemBlueColor : DesktopTheme.accent
     readonly property color accentTextColor: highContrast ? paper : DesktopTheme.textOnAccent
-    readonly property color disabledAccentColor: highContrast ? systemGrayColor : faded(accentColor, 0.7)
+    readonly property color disabledAccentColor: highContrast ? systemGrayColor : faded(accentColor, 0.6)
     readonly property color sidebarColor: dark ? "#2b2b2d" : "#e7e7ea"
     readonly property color noticeColor: "#262626" // white level 0.15
     readonly property color black: "#000000"
