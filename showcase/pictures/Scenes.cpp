@@ -49,18 +49,24 @@ void fillIn(ProgramFixture& program)
     program.state().setVideoName(QStringLiteral("Harbour at dawn"));
 }
 
+/// As the tool tells how far it is.
+void report(ProgramFixture& program, std::initializer_list<const char*> percents)
+{
+    for (const char* percent : percents) {
+        program.state().processOutput(
+            QStringLiteral(
+                "\r%1 %, 0 Done, 0 Failed, 1 Pending, 0 Skipped, 1 Total, 2-sec Throughput (Mb/s): 80.25")
+                .arg(QLatin1StringView(percent)));
+    }
+}
+
 void upload(ProgramFixture& program)
 {
     fillIn(program);
     program.state().enter(UploadState::Requesting);
     program.state().enter(UploadState::Uploading);
     program.state().processOutput(QStringLiteral("Received Upload Sessions\n"));
-    for (const char* percent : {"0.0", "14.2", "30.1", "45.5"}) {
-        program.state().processOutput(
-            QStringLiteral(
-                "\r%1 %, 0 Done, 0 Failed, 1 Pending, 0 Skipped, 1 Total, 2-sec Throughput (Mb/s): 80.25")
-                .arg(QLatin1StringView(percent)));
-    }
+    report(program, {"0.0", "14.2", "30.1", "45.5"});
 }
 
 void separateEyes(ProgramFixture& program, bool both)
@@ -88,27 +94,33 @@ void focusName(ProgramFixture& program)
     program.item("formatOption:2D")->forceActiveFocus(Qt::TabFocusReason);
 }
 
+void failWith(ProgramFixture& program, const QString& error)
+{
+    program.state().enter(UploadState::Failed, error);
+    program.state().processOutput(QStringLiteral("Upload Error: ") + error);
+    ToolReport words;
+    words.hear(QStringLiteral("UPLOADFAILED: %1 : 403 : 403 Server failed to authenticate the request. "
+                              "When Committing block list.")
+                   .arg(clip.toLocalFile()));
+    program.state().takeToolReport(words);
+}
+
 void fail(ProgramFixture& program)
 {
     upload(program);
-    program.state().enter(UploadState::Failed, QStringLiteral("AzCopy exited with code 1"));
-    program.state().processOutput(QStringLiteral("Upload Error: AzCopy exited with code 1"));
+    failWith(program, QStringLiteral("AzCopy exited with code 1"));
 }
 
 void explain(ProgramFixture& program)
 {
     fail(program);
-    ToolReport report;
-    report.hear(
-        QStringLiteral("UPLOADFAILED: /home/mara/Videos/harbor.mov : 403 : 403 Server failed to authenticate "
-                       "the request. When Committing block list."));
-    program.state().takeToolReport(report);
     program.state().failureReport()->setProperty("shown", true);
 }
 
 void complete(ProgramFixture& program)
 {
     upload(program);
+    report(program, {"62.7", "79.4", "100.0"});
     program.state().enter(UploadState::Completed);
     program.state().setShowSuccessAnimation(true);
     program.state().processOutput(QStringLiteral("Video uploaded. Library ID: 812, Name: Harbour at dawn\n"));
@@ -120,9 +132,8 @@ void overflow(ProgramFixture& program)
     program.state().setSelectedFile(
         QUrl::fromLocalFile(QStringLiteral("/%1.mov").arg(QStringLiteral("name ").repeated(50))));
     program.state().setVideoName(QStringLiteral("a very long name ").repeated(300));
-    program.state().enter(UploadState::Requesting);
-    program.state().setStatusMessage(QStringLiteral("Error: ") + QStringLiteral("long ").repeated(99));
     program.state().processOutput(QStringLiteral("x").repeated(9000));
+    failWith(program, QStringLiteral("long ").repeated(99));
 }
 
 } // namespace

@@ -239,6 +239,8 @@ void DrawingTest::symbolIsInkInOneColour_data()
     QTest::newRow("disc with a cross") << u"xmark.circle.fill"_s << QPointF(0.5, 0.2) << QPointF(0.5, 0.5);
     QTest::newRow("disc with an arrow")
         << u"arrow.up.circle.fill"_s << QPointF(0.2, 0.5) << QPointF(0.5, 0.5);
+    QTest::newRow("triangle with a mark")
+        << u"exclamationmark.triangle.fill"_s << QPointF(0.3, 0.75) << QPointF(0.5, 0.5);
 }
 
 void DrawingTest::symbolIsInkInOneColour()
@@ -262,6 +264,9 @@ void DrawingTest::symbolIsInkInOneColour()
     QVERIFY(std::abs(drawn.red() - 200) <= 2 && std::abs(drawn.green() - 40) <= 2);
     QCOMPARE(pixel(image, cutOut).alpha(), 0);
     QCOMPARE(image.pixelColor(0, 0).alpha(), 0);
+    symbol.setProperty("backing", QColor(Qt::blue));
+    QCOMPARE(pixel(painted(symbol, {24, 24}, 2), cutOut), QColor(Qt::blue));
+    symbol.setProperty("backing", QColor(Qt::transparent));
     // Turned clockwise by a quarter, a point on top is found at the right.
     symbol.setProperty("turn", 90);
     const QImage turned = painted(symbol, {24, 24}, 2);

@@ -39,13 +39,12 @@ private Q_SLOTS:
 
     void gaps_data();
     void gaps();
-    void optionsShareTheirRow_data();
-    void optionsShareTheirRow();
     void outlinesAreSharp_data();
     void outlinesAreSharp();
     void barsCoverWholePixels_data();
     void barsCoverWholePixels();
     void buttonsKeepTheirPadding();
+    void statusRowKeepsItsPlace();
 
 private:
     [[nodiscard]] QRectF place(const char* name) const { return placeOf(*m_fixture->item(name)); }
@@ -76,6 +75,7 @@ void MeasuresTest::gaps()
     QFETCH(int, width);
     m_fixture->window().resize(width, 700);
     QTRY_COMPARE(placeOf(*m_fixture->window().contentItem()).width(), double(width));
+    QVERIFY(!m_fixture->window().grabWindow().isNull()); // all is laid out by then
     constexpr double padding = 16;
     constexpr double spacing = 5;
     const QRectF form = place("formCard");
@@ -90,20 +90,8 @@ void MeasuresTest::gaps()
     QCOMPARE(form.top(), log.top());
     QCOMPARE(form.height(), log.height());
     QCOMPARE(line.top() - form.top(), padding);
-}
 
-void MeasuresTest::optionsShareTheirRow_data()
-{
-    gaps_data();
-}
-
-void MeasuresTest::optionsShareTheirRow()
-{
-    QFETCH(int, width);
-    m_fixture->window().resize(width, 700);
-    QTRY_COMPARE(placeOf(*m_fixture->window().contentItem()).width(), double(width));
-    QVERIFY(!m_fixture->window().grabWindow().isNull()); // all is laid out by then
-    const QRectF row = place("nameField");               // as wide as the form
+    const QRectF row = place("nameField"); // as wide as the form
     const QList<QRectF> options{place("perspectiveOption:60"), place("perspectiveOption:180"),
                                 place("perspectiveOption:360")};
     QCOMPARE(options.front().left(), row.left());
@@ -217,6 +205,32 @@ void MeasuresTest::buttonsKeepTheirPadding()
         const auto* text = m_fixture->item(name)->property("contentItem").value<QQuickItem*>();
         QCOMPARE(m_fixture->item(name)->height(), text->implicitHeight() + 2 * 8);
     }
+}
+
+/// What is in the row stands side by side, and the log stays where it is whatever there is.
+void MeasuresTest::statusRowKeepsItsPlace()
+{
+    constexpr double padding = 16;
+    constexpr double spacing = 8;
+    FileUploaderState& state = m_fixture->state();
+    const double log = place("logText").top() - 5;
+    state.enter(UploadState::Requesting);
+    QVERIFY(m_fixture->driver().ready("cancelUploadButton"));
+    const QRectF line = place("statusLine");
+    const QRectF bar = place("progressBar");
+    QCOMPARE(place("stateDot").left(), place("logCard").left() + padding);
+    QCOMPARE(line.left(), place("stateDot").right() + spacing);
+    QCOMPARE(line.width(), std::ceil(m_fixture->item("statusLine")->implicitWidth()));
+    QCOMPARE(bar.left(), line.right() + spacing);
+    const auto* cross = m_fixture->item("cancelUploadButton")->property("contentItem").value<QQuickItem*>();
+    QCOMPARE(placeOf(*cross).left(), bar.right() + spacing + 5);
+    QCOMPARE(place("logText").top() - 5, log);
+    state.takeToolReport({{}, "UPLOADFAILED: refused"});
+    state.enter(UploadState::Failed, "refused");
+    QVERIFY(m_fixture->driver().ready("whyButton"));
+    const auto* plate = m_fixture->item("whyButton")->property("background").value<QQuickItem*>();
+    QCOMPARE(log - placeOf(*plate).bottom(), 2.0);
+    QCOMPARE(place("logText").top() - 5, log);
 }
 
 QTEST_MAIN(MeasuresTest)

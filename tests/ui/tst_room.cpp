@@ -75,8 +75,8 @@ private Q_SLOTS:
     void everythingHasItsRoom();
 
 private:
-    /// Whether the item lies in the view and holds what it shows; a text that is cut off is brought up by the
-    /// pointer.
+    /// Whether the item lies in the view, up and down only where nothing scrolls, and holds what it shows; a
+    /// text that is cut off is brought up by the pointer.
     [[nodiscard]] bool fits(const QQuickItem& item, const QRectF& view) const;
 
     [[nodiscard]] bool explained(const QQuickItem& text) const;
@@ -99,14 +99,14 @@ void RoomTest::everythingHasItsRoom_data()
              fill(fixture, name);
              return shown;
          }},
-        {"two files",
+        {"two files, failed",
          [](testkit::ProgramFixture& fixture, const QString& name) {
              const bool shown = fixture.showUploader();
              fixture.state().selectFormat("Separate");
              fixture.state().setSelectedFileLeft(QUrl::fromLocalFile('/' + name));
+             fixture.state().takeToolReport({{}, "UPLOADFAILED: refused"});
              fill(fixture, name);
-             fixture.state().setShowDetails(true);
-             return shown;
+             return shown && fixture.driver().ready("whyButton");
          }},
         {"details hidden",
          [](testkit::ProgramFixture& fixture, const QString& name) {
@@ -114,6 +114,14 @@ void RoomTest::everythingHasItsRoom_data()
              fill(fixture, name);
              fixture.state().setShowDetails(false);
              return shown;
+         }},
+        {"why it failed",
+         [](testkit::ProgramFixture& fixture, const QString& name) {
+             const bool shown = fixture.showUploader();
+             fixture.state().takeToolReport({"/report.log", "UPLOADFAILED: /" + name + " : 403 : refused"});
+             fixture.state().enter(UploadState::Failed, name);
+             const bool told = fixture.click("whyButton");
+             return shown && told && fixture.driver().ready("failureSheet");
          }},
         {"key",
          [](testkit::ProgramFixture& fixture, const QString& name) {
@@ -142,8 +150,10 @@ void RoomTest::everythingHasItsRoom_data()
 bool RoomTest::fits(const QQuickItem& item, const QRectF& view) const
 {
     const QRectF place = placeOf(item);
-    if (place.left() < view.left() - 0.01 || place.right() > view.right() + 0.01) {
-        return false; // up and down it can be scrolled to
+    const bool scrolls = m_fixture->item("failureSheet") == nullptr;
+    if (place.left() < view.left() - 0.01 || place.right() > view.right() + 0.01 ||
+        (!scrolls && (place.top() < view.top() || place.bottom() > view.bottom()))) {
+        return false;
     }
     if (!item.property("truncated").isValid()) {
         return true;
@@ -182,8 +192,10 @@ void RoomTest::everythingHasItsRoom()
         QTRY_COMPARE(m_fixture->window().contentItem()->size(), QSizeF(size));
         QVERIFY(!m_fixture->window().grabWindow().isNull()); // all is laid out by then
         QList<std::pair<QQuickItem*, QRectF>> drawn;
-        collect(*m_fixture->window().contentItem(), 1, QRectF(QPointF(), size), drawn);
-        QVERIFY(drawn.size() > 4);
+        QQuickItem* sheet = m_fixture->item("failureSheet");
+        collect(sheet != nullptr ? *sheet : *m_fixture->window().contentItem(), 1, QRectF(QPointF(), size),
+                drawn);
+        QVERIFY(drawn.size() >= 4);
         for (const auto& [item, view] : drawn) {
             QVERIFY2(fits(*item, view), qPrintable(described(*item)));
             for (const auto& [other, otherView] : drawn) {

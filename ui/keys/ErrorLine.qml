@@ -25,6 +25,7 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
         name: "exclamationmark.triangle.fill"
         color: Look.systemYellowColor
+        backing: Look.yellowEdgeColor
         fontSize: Look.bodySymbol
     }
 

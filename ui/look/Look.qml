@@ -33,9 +33,13 @@ QtObject {
     readonly property color systemBlueColor: tone("#007aff", "#0a84ff", "#0040b0", "#6cb6ff")
     readonly property color systemGrayColor: tone("#747479", "#747479", "#484848", "#b8b8b8") // below white text
     readonly property color grayTextColor: tone("#5e5e63", "#aeaeb3", "#404040", "#c8c8c8")
-    readonly property color systemGreenColor: tone("#28cd41", "#32d74b", "#00571a", "#4ade6a")
+    readonly property color systemGreenColor: tone("#28cd41", "#32d74b", "#009132", "#16a34a")
+    /// Around it where it is too light for what it lies on.
+    readonly property color greenEdgeColor: dark || highContrast ? transparent : "#009132"
     readonly property color systemRedColor: tone("#ff3b30", "#ff453a", "#980000", "#ff9a94")
-    readonly property color systemYellowColor: tone("#a07f00", "#ffd60a", "#5c4700", "#ffd60a")
+    readonly property color systemYellowColor: dark ? "#ffd60a" : "#ffcc00"
+    /// Around and in a sign of it where it is too light for what it lies on.
+    readonly property color yellowEdgeColor: dark ? transparent : labelColor
     readonly property color alternateSelectedControlTextColor: highContrast ? paper : white
     readonly property color selectedControlColor: dark ? "#3f638b" : "#b3d7ff"
     readonly property color selectedTextBackgroundColor: tone("#b3d7ff", "#3f638a", "#b3d7ff", "#24486c")
@@ -43,6 +47,7 @@ QtObject {
     readonly property color pressedColor: tone(Qt.rgba(0, 0, 0, 0.12), Qt.rgba(1, 1, 1, 0.16), Qt.rgba(0, 0, 0, 0.3), Qt.rgba(1, 1, 1, 0.3))
     readonly property color accentColor: highContrast ? systemBlueColor : DesktopTheme.accent
     readonly property color accentTextColor: highContrast ? paper : DesktopTheme.textOnAccent
+    readonly property color disabledAccentColor: highContrast ? systemGrayColor : faded(accentColor, 0.6)
     readonly property color sidebarColor: dark ? "#2b2b2d" : "#e7e7ea"
     readonly property color noticeColor: "#262626" // white level 0.15
     readonly property color black: "#000000"

@@ -24,5 +24,7 @@ Item {
         anchors.fill: parent
         radius: 16
         fill: Look.windowBackgroundColor
+        outline: Look.plainOutlineColor
+        lineWidth: 1
     }
 }

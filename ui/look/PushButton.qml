@@ -16,7 +16,6 @@ PlainButton {
     contentItem: StyledText {
         text: button.text
         color: button.textColor
-        opacity: button.enabled ? 1 : 0.6
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
@@ -24,9 +23,8 @@ PlainButton {
     }
     background: Squircle {
         radius: button.ringRadius
-        fill: button.prominent ? Look.accentColor : Look.faded(Look.labelColor, 0.08)
+        fill: !button.prominent ? Look.faded(Look.labelColor, 0.08) : button.enabled ? Look.accentColor : Look.disabledAccentColor
         outline: button.prominent ? Look.transparent : Look.outlineColor
         lineWidth: button.prominent ? 0 : 1
-        opacity: button.enabled ? 1 : 0.45
     }
 }

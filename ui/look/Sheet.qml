@@ -22,9 +22,11 @@ FocusScope {
     }
 
     Panel {
+        objectName: "sheet"
         anchors.centerIn: parent
         width: column.width + 2 * column.x
         height: column.height + 2 * column.y
+        outline: Look.separatorColor
         blur: 20
         offset: Qt.point(0, 10)
         shadowColor: Look.faded(Look.black, 0.3)

@@ -9,11 +9,6 @@
 
 namespace tessary::look {
 
-Squircle::Squircle(QQuickItem* parent) : VisiblePainter(parent)
-{
-    connect(this, &Squircle::lookChanged, this, &Squircle::repaint);
-}
-
 int Squircle::linePixels(qreal scale) const
 {
     return m_lineWidth > 0 && m_outline.alpha() > 0 ? std::max(qRound(m_lineWidth * scale), 1) : 0;

@@ -29,12 +29,9 @@ class Squircle
     Q_PROPERTY(QVariantList dashes MEMBER m_dashes NOTIFY lookChanged)
 
 public:
-    explicit Squircle(QQuickItem* parent = nullptr);
+    using VisiblePainter::VisiblePainter;
 
     void paint(QPainter& painter, QSizeF size, qreal scale) const override;
-
-Q_SIGNALS:
-    void lookChanged();
 
 protected:
     [[nodiscard]] int overhang(qreal scale) const override;

@@ -11,8 +11,7 @@ namespace {
 
 constexpr qreal sizeByFontSize = 1.2;
 
-/// The drawing's ink as coverage, whatever its own colours.
-QImage inkOf(const QString& name, QSize size, qreal turn)
+QImage drawingOf(const QString& name, QSize size, qreal turn)
 {
     QImage drawing(size, QImage::Format_ARGB32_Premultiplied);
     drawing.fill(Qt::transparent);
@@ -26,24 +25,35 @@ QImage inkOf(const QString& name, QSize size, qreal turn)
     painter.translate(-bounds.center());
     renderer.render(&painter, bounds);
     painter.end();
+    return drawing;
+}
 
-    QImage ink(size, QImage::Format_Alpha8);
-    for (int y = 0; y < size.height(); ++y) {
+/// The drawing's ink as coverage, whatever its own colours.
+QImage inkOf(const QImage& drawing)
+{
+    QImage ink(drawing.size(), QImage::Format_Alpha8);
+    for (int y = 0; y < ink.height(); ++y) {
         const auto* from = reinterpret_cast<const QRgb*>(drawing.constScanLine(y));
         uchar* to = ink.scanLine(y);
-        for (int x = 0; x < size.width(); ++x) {
+        for (int x = 0; x < ink.width(); ++x) {
             to[x] = static_cast<uchar>(qAlpha(from[x]) - qRed(from[x])); // red is premultiplied
         }
     }
     return ink;
 }
 
-} // namespace
-
-Symbol::Symbol(QQuickItem* parent) : VisiblePainter(parent)
+/// That colour where the coverage is.
+QImage tinted(const QColor& color, const QImage& coverage)
 {
-    connect(this, &Symbol::lookChanged, this, &Symbol::repaint);
+    QImage result(coverage.size(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(color);
+    QPainter tint(&result);
+    tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    tint.drawImage(0, 0, coverage);
+    return result;
 }
+
+} // namespace
 
 void Symbol::setFontSize(qreal size)
 {
@@ -59,13 +69,11 @@ void Symbol::paint(QPainter& painter, QSizeF size, qreal scale) const
     if (m_name.isEmpty() || pixels.isEmpty()) {
         return;
     }
-    QImage tinted(pixels, QImage::Format_ARGB32_Premultiplied);
-    tinted.fill(m_color);
-    QPainter tint(&tinted);
-    tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    tint.drawImage(0, 0, inkOf(m_name, pixels, m_turn));
-    tint.end();
-    painter.drawImage(QRectF(QPointF(), size), tinted);
+    const QImage drawing = drawingOf(m_name, pixels, m_turn);
+    if (m_backing.alpha() > 0) {
+        painter.drawImage(QRectF(QPointF(), size), tinted(m_backing, drawing));
+    }
+    painter.drawImage(QRectF(QPointF(), size), tinted(m_color, inkOf(drawing)));
 }
 
 } // namespace tessary::look

@@ -19,25 +19,25 @@ class Symbol
     QML_ELEMENT
     Q_PROPERTY(QString name MEMBER m_name NOTIFY lookChanged)
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY lookChanged)
+    /// Of what is cut out; transparent for nothing.
+    Q_PROPERTY(QColor backing MEMBER m_backing NOTIFY lookChanged)
     /// Clockwise, in degrees; drawn so rather than turned as a picture, which would blur it.
     Q_PROPERTY(qreal turn MEMBER m_turn NOTIFY lookChanged)
     /// The size of the text that it goes with, in points; the drawing is a little larger.
     Q_PROPERTY(qreal fontSize READ fontSize WRITE setFontSize NOTIFY lookChanged)
 
 public:
-    explicit Symbol(QQuickItem* parent = nullptr);
+    using VisiblePainter::VisiblePainter;
 
     [[nodiscard]] qreal fontSize() const { return m_fontSize; }
 
     void setFontSize(qreal size);
     void paint(QPainter& painter, QSizeF size, qreal scale) const override;
 
-Q_SIGNALS:
-    void lookChanged();
-
 private:
     QString m_name;
     QColor m_color = Qt::black;
+    QColor m_backing = Qt::transparent;
     qreal m_turn = 0;
     qreal m_fontSize = 0;
 };

@@ -34,7 +34,6 @@ T.ToolTip {
     background: Panel {
         radius: 5
         outline: Look.separatorColor
-        lineWidth: 1
         blur: 6
         offset: Qt.point(0, 2)
         shadowColor: Look.faded(Look.shadowColor, 0.2)

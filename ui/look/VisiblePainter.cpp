@@ -60,17 +60,15 @@ private:
 VisiblePainter::VisiblePainter(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
+    connect(this, &VisiblePainter::lookChanged, this, [this] {
+        m_stale = true;
+        update();
+    });
 }
 
 int VisiblePainter::overhang(qreal /*scale*/) const
 {
     return 0;
-}
-
-void VisiblePainter::repaint()
-{
-    m_stale = true;
-    update();
 }
 
 bool VisiblePainter::canBeSeen() const

@@ -22,12 +22,13 @@ public:
     /// @param scale device pixels per point
     virtual void paint(QPainter& painter, QSizeF size, qreal scale) const = 0;
 
+Q_SIGNALS:
+    /// What is painted has changed.
+    void lookChanged();
+
 protected:
     /// By how many device pixels the drawing reaches out of the item, on every side.
     [[nodiscard]] virtual int overhang(qreal scale) const;
-
-    /// What is painted has changed.
-    void repaint();
 
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;

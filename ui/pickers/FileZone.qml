@@ -58,8 +58,8 @@ Item {
         id: surface
 
         anchors.fill: parent
-        outline: zone.isHovered ? Look.systemBlueColor : Look.outlineColor
-        lineWidth: zone.open ? 2 : 0
-        dashes: zone.isHovered ? [] : Look.dashes
+        outline: !zone.open ? Look.plainOutlineColor : zone.isHovered ? Look.systemBlueColor : Look.outlineColor
+        lineWidth: zone.open ? 2 : 1
+        dashes: zone.open && !zone.isHovered ? Look.dashes : []
     }
 }

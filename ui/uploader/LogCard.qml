@@ -18,8 +18,9 @@ Item {
         id: status
 
         x: Look.padding
-        y: Look.padding
-        width: card.width - 2 * Look.padding
+        y: Look.padding + lineHeight - height // what it is higher at times, it is upwards
+        z: 1 // the rings around its buttons lie over the log
+        width: Math.min(implicitWidth, area.width)
         uploader: card.uploader
     }
 
@@ -30,7 +31,7 @@ Item {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Look.padding
         x: Look.padding
-        width: status.width
+        width: card.width - 2 * Look.padding
 
         Squircle {
             anchors.fill: parent

@@ -13,8 +13,8 @@ Squircle {
     implicitHeight: 8
     radius: 4
     fill: busy ? Look.systemBlueColor : Look.systemGreenColor
-    outline: Look.secondaryLabelColor
-    lineWidth: busy || Look.dark ? 0 : 1 // green alone is too light beside white
+    outline: busy ? Look.transparent : Look.greenEdgeColor
+    lineWidth: 1
     lineInside: true
     opacity: calmOpacity
     Accessible.ignored: true

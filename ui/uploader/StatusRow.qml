@@ -7,6 +7,8 @@ RowLayout {
     id: row
 
     required property FileUploaderState uploader
+    /// Of the row without what is there after a failure only.
+    readonly property real lineHeight: Math.max(line.implicitHeight, cancel.implicitHeight - 2 * cancel.overlap)
 
     spacing: Look.spacing
 
@@ -29,9 +31,12 @@ RowLayout {
     }
 
     ElidedText {
+        id: line
+
         objectName: "statusLine"
         Layout.fillWidth: true
-        Layout.preferredHeight: Math.max(implicitHeight, cancel.implicitHeight - 2 * cancel.overlap)
+        Layout.preferredWidth: Math.ceil(implicitWidth)
+        Layout.preferredHeight: row.lineHeight
         text: row.uploader.statusMessage
         font: Look.subheadline
         color: Look.secondaryLabelColor
@@ -46,13 +51,13 @@ RowLayout {
         text: qsTr("Why?")
         explanation: qsTr("Tells why the upload failed")
         tip: explanation
-        // A target of a finger's size; only what is seen of it counts for the row's height.
-        Layout.topMargin: -topPadding
-        Layout.bottomMargin: -bottomPadding
-        topPadding: 5
-        bottomPadding: 5
-        topInset: 3
-        bottomInset: 3
+        // A target of a finger's size; only what is seen of it, and a little distance, count for the row's height.
+        Layout.topMargin: -2
+        Layout.bottomMargin: -2
+        topPadding: 6
+        bottomPadding: 6
+        topInset: 4
+        bottomInset: 4
         leftPadding: Look.spacing
         rightPadding: Look.spacing
         contentItem: StyledText {

@@ -73,7 +73,7 @@ Item {
                 Symbol {
                     anchors.centerIn: parent
                     name: "checkmark"
-                    color: Look.alternateSelectedControlTextColor
+                    color: Look.white
                     fontSize: Look.badgeSymbol
                 }
             }

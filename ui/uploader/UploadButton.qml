@@ -22,6 +22,7 @@ PlainButton {
     background: Panel {
         radius: button.ringRadius
         fill: button.uploader.isUploading ? Look.systemGrayColor : Look.systemBlueColor
+        lineWidth: 0
         blur: 5
         offset: Qt.point(0, 3)
         shadowColor: Look.faded(Look.shadowColor, 0.3)
