@@ -79,6 +79,10 @@ QtObject {
     /// In milliseconds. So long after something went away by itself a press may still have been aimed at it.
     readonly property int reactionTime: 500
 
+    /// In milliseconds. What goes on and on moves in steps of this length, which begin together, so that they share their
+    /// frames.
+    readonly property int beat: 120
+
     /// How far a change that eases in and out has come after that share of its time.
     function eased(time: real): real {
         const bezier = (first, second, place) => 3 * (1 - place) * place * ((1 - place) * first + place * second)

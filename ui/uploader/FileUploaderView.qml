@@ -54,12 +54,17 @@ FocusScope {
 
             Loader {
                 readonly property FailureReport report: holder.state.failureReport
+                readonly property bool wanted: report?.shown ?? false
 
                 anchors.fill: parent
-                active: report?.shown ?? false
-                focus: active
-                sourceComponent: FailureSheet {
-                    report: holder.state.failureReport
+                focus: wanted
+                onWantedChanged: {
+                    if (wanted)
+                        setSource("FailureSheet.qml", {
+                            report: report
+                        });
+                    else
+                        source = "";
                 }
             }
         }

@@ -32,25 +32,30 @@ Item {
         x: Look.padding
         width: status.width
 
-        Squircle {
+        Loader {
             anchors.fill: parent
-            radius: 12
-            fill: Look.faded(Look.textBackgroundColor, 0.5)
             opacity: card.uploader.showDetails ? 0 : 1
-            visible: opacity > 0
+            active: opacity > 0
+            // The loader makes this in the file's context, which the linter does not know.
+            // qmllint disable unqualified
+            sourceComponent: Squircle {
+                radius: 12
+                fill: Look.faded(Look.textBackgroundColor, 0.5)
+
+                StyledText {
+                    anchors.fill: parent
+                    anchors.margins: Look.padding
+                    text: qsTr("Log details hidden")
+                    color: Look.secondaryLabelColor
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    wrapMode: Text.Wrap
+                }
+            }
+            // qmllint enable unqualified
 
             Behavior on opacity {
                 EaseMotion {}
-            }
-
-            StyledText {
-                anchors.fill: parent
-                anchors.margins: Look.padding
-                text: qsTr("Log details hidden")
-                color: Look.secondaryLabelColor
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
-                wrapMode: Text.Wrap
             }
         }
 

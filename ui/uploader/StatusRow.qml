@@ -38,40 +38,49 @@ RowLayout {
         verticalAlignment: Text.AlignVCenter
     }
 
-    PlainButton {
-        id: why
-
-        objectName: "whyButton"
-        visible: !row.uploader.isUploading && row.uploader.failureReport !== null
-        text: qsTr("Why?")
-        explanation: qsTr("Tells why the upload failed")
-        tip: explanation
+    Later {
+        shown: !row.uploader.isUploading && row.uploader.failureReport !== null
         // A target of a finger's size; only what is seen of it counts for the row's height.
-        Layout.topMargin: -topPadding
-        Layout.bottomMargin: -bottomPadding
-        topPadding: 5
-        bottomPadding: 5
-        topInset: 3
-        bottomInset: 3
-        leftPadding: Look.spacing
-        rightPadding: Look.spacing
-        contentItem: StyledText {
-            text: why.text
-            font: Look.subheadline
-            Accessible.ignored: true
+        Layout.topMargin: -5
+        Layout.bottomMargin: -5
+        // The loader makes this in the file's context, which the linter does not know.
+        // qmllint disable unqualified
+        sourceComponent: PlainButton {
+            id: why
+
+            objectName: "whyButton"
+            text: qsTr("Why?")
+            explanation: qsTr("Tells why the upload failed")
+            tip: explanation
+            topPadding: 5
+            bottomPadding: 5
+            topInset: 3
+            bottomInset: 3
+            leftPadding: Look.spacing
+            rightPadding: Look.spacing
+            contentItem: StyledText {
+                text: why.text
+                font: Look.subheadline
+                Accessible.ignored: true
+            }
+            background: Squircle {
+                radius: why.ringRadius
+                outline: Look.outlineColor
+                lineWidth: 1
+            }
+            onClicked: row.uploader.failureReport.shown = true
         }
-        background: Squircle {
-            radius: why.ringRadius
-            outline: Look.outlineColor
-            lineWidth: 1
-        }
-        onClicked: row.uploader.failureReport.shown = true
+        // qmllint enable unqualified
     }
 
-    UploadProgress {
-        visible: row.uploader.isUploading
-        progress: row.uploader.progress
-        words: row.uploader.progressInWords
+    Later {
+        shown: row.uploader.isUploading
+        // qmllint disable unqualified
+        sourceComponent: UploadProgress {
+            progress: row.uploader.progress
+            words: row.uploader.progressInWords
+        }
+        // qmllint enable unqualified
     }
 
     SymbolButton {

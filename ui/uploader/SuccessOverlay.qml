@@ -17,13 +17,7 @@ Loader {
         if (!shown)
             goneNow.restart();
     }
-    // The loader makes this in the file's context, which the linter does not know.
-    // qmllint disable unqualified
-    sourceComponent: SuccessNotice {
-        shown: overlay.shown
-        onAppeared: overlay.uploader.showSuccess()
-    }
-    // qmllint enable unqualified
+    source: "SuccessNotice.qml"
 
     Timer {
         id: goneNow
