@@ -40,8 +40,7 @@ std::vector<PicturePart> nineParts(QSize tile, QMargins reach, QSize shape)
     std::vector<PicturePart> parts;
     for (std::size_t row = 0; row < 3; ++row) {
         for (std::size_t column = 0; column < 3; ++column) {
-            const QRectF from(QPointF(fromX[column], fromY[row]),
-                              QPointF(fromX[column + 1], fromY[row + 1]));
+            const QRectF from(QPointF(fromX[column], fromY[row]), QPointF(fromX[column + 1], fromY[row + 1]));
             parts.push_back({from.translated(reach.left(), reach.top()),
                              {QPointF(toX[column], toY[row]), QPointF(toX[column + 1], toY[row + 1])}});
         }

@@ -42,8 +42,10 @@ QImage blurredAndTurned(const QImage& alpha, const std::vector<float>& kernel)
         std::copy_n(alpha.constScanLine(y), width, row.begin() + reach);
         constexpr float rounding = 0.5F; // what is cut off afterwards is rounded then
         std::fill(sums.begin(), sums.end(), rounding);
-        for (std::size_t at = 0; at < kernel.size(); ++at) { // one weight for all of the row: many sums at once
-            std::transform(sums.begin(), sums.end(), row.begin() + static_cast<std::ptrdiff_t>(at), sums.begin(),
+        for (std::size_t at = 0; at < kernel.size();
+             ++at) { // one weight for all of the row: many sums at once
+            std::transform(sums.begin(), sums.end(), row.begin() + static_cast<std::ptrdiff_t>(at),
+                           sums.begin(),
                            [weight = kernel[at]](float sum, float alpha) { return sum + weight * alpha; });
         }
         for (int x = 0; x < width; ++x) {

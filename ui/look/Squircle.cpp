@@ -62,8 +62,7 @@ void Squircle::showIn(PictureNode& node, QSize pixels, qreal scale)
     }
     const QSize tile = tileOf(pixels, scale);
     const SquircleLook look{tile, scale, m_radius, m_fill, m_outline, m_lineWidth, m_lineInside};
-    const auto texture =
-        sharedTexture(*window(), look, [this, tile, scale] { return draw(tile, scale); });
+    const auto texture = sharedTexture(*window(), look, [this, tile, scale] { return draw(tile, scale); });
     const int margin = overhang(scale);
     if (tile == pixels) {
         node.show(texture, {wholePicture(pixels, margin)}, scale);

@@ -2,8 +2,8 @@
 
 #include <QImage>
 #include <QQuickItem>
-#include <QSize>
 #include <QRectF>
+#include <QSize>
 #include <QSizeF>
 #include <QtQml/qqml.h>
 
