@@ -46,7 +46,7 @@ QImage blurredAndTurned(const QImage& alpha, const std::vector<float>& kernel)
              ++at) { // one weight for all of the row: many sums at once
             std::transform(sums.begin(), sums.end(), row.begin() + static_cast<std::ptrdiff_t>(at),
                            sums.begin(),
-                           [weight = kernel[at]](float sum, float alpha) { return sum + weight * alpha; });
+                           [weight = kernel[at]](float sum, float value) { return sum + weight * value; });
         }
         for (int x = 0; x < width; ++x) {
             turned[x * stride + y] = static_cast<uchar>(sums[static_cast<std::size_t>(x)]);
