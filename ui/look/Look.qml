@@ -109,6 +109,17 @@ QtObject {
         return Qt.rgba(part(from.r, to.r), part(from.g, to.g), part(from.b, to.b), part(from.a, to.a));
     }
 
+    /// What is seen where the one colour, in part, covers the other.
+    function over(below: color, above: color, amount: real): color {
+        const share = above.a * Math.max(0, Math.min(amount, 1));
+        const rest = below.a * (1 - share);
+        const whole = share + rest;
+        if (whole === 0)
+            return transparent;
+        const part = (a, b) => (a * share + b * rest) / whole;
+        return Qt.rgba(part(above.r, below.r), part(above.g, below.g), part(above.b, below.b), whole);
+    }
+
     /// The place nearest to one in points that lies between two device pixels.
     function snapped(place: real, devicePixelRatio: real): real {
         return Math.round(place * devicePixelRatio) / devicePixelRatio;

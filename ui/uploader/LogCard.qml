@@ -10,6 +10,13 @@ Item {
 
     objectName: "logCard"
 
+    EaseValue {
+        id: details
+
+        animated: Look.animations
+        goal: card.uploader.showDetails ? 1 : 0
+    }
+
     Card {
         anchors.fill: parent
     }
@@ -34,7 +41,7 @@ Item {
 
         Loader {
             anchors.fill: parent
-            opacity: card.uploader.showDetails ? 0 : 1
+            opacity: 1 - details.value
             active: opacity > 0
             // The loader makes this in the file's context, which the linter does not know.
             // qmllint disable unqualified
@@ -53,22 +60,14 @@ Item {
                 }
             }
             // qmllint enable unqualified
-
-            Behavior on opacity {
-                EaseMotion {}
-            }
         }
 
         LogView {
             anchors.fill: parent
             uploader: card.uploader
             enabled: card.uploader.showDetails
-            opacity: card.uploader.showDetails ? 1 : 0
+            opacity: details.value
             visible: opacity > 0
-
-            Behavior on opacity {
-                EaseMotion {}
-            }
         }
     }
 }

@@ -10,7 +10,7 @@ Loader {
     required property FileUploaderState uploader
     readonly property bool shown: uploader.showSuccessAnimation
 
-    opacity: shown ? 1 : 0
+    opacity: fade.value
     visible: active
     active: shown || opacity > 0 || goneNow.running
     onShownChanged: {
@@ -25,7 +25,10 @@ Loader {
         interval: Look.reactionTime
     }
 
-    Behavior on opacity {
-        EaseMotion {}
+    EaseValue {
+        id: fade
+
+        animated: Look.animations
+        goal: overlay.shown ? 1 : 0
     }
 }
