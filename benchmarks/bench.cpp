@@ -32,7 +32,8 @@ constexpr std::array measurements{
     Measurement{"start", measureStart},       Measurement{"idle", measureIdleness},
     Measurement{"cancel", measureCancelling}, Measurement{"loop", measureEventLoop},
     Measurement{"log", measureLog},           Measurement{"wait", measureWaits},
-    Measurement{"frames", measureFrames},     Measurement{"upload", measureUploads},
+    Measurement{"frames", measureFrames},     Measurement{"growth", measureGrowth},
+    Measurement{"upload", measureUploads},
 };
 
 void printHead()
