@@ -8,6 +8,7 @@ Window {
 
     required property Program program
     required property UploaderApp application
+    readonly property bool questionIsVoid: voidTime.running
     readonly property string quitExplanation: {
         const loss = qsTr("What is being uploaded or added to the library now will not be finished.");
         const progress = application.uploadActivity.progressInWords;
@@ -29,7 +30,16 @@ Window {
 
     function ask() {
         voidTime.stop();
-        quitLoader.active = true;
+        if (!quitLoader.shown)
+            quitLoader.setSource("QuitQuestion.qml", {
+                asker: window
+            });
+    }
+
+    function answer(quit: bool) {
+        quitLoader.source = "";
+        if (quit)
+            program.quit();
     }
 
     width: 1000
@@ -86,8 +96,8 @@ Window {
         }
 
         anchors.fill: parent
-        focus: !quitLoader.active
-        enabled: !quitLoader.active
+        focus: !quitLoader.shown
+        enabled: !quitLoader.shown
         onScreenChanged: {
             changeTime.restart();
             show();
@@ -112,29 +122,16 @@ Window {
     Loader {
         id: quitLoader
 
+        readonly property bool shown: item !== null
+
         anchors.fill: parent
-        active: false
-        focus: active
-        sourceComponent: QuestionSheet {
-            objectName: "quitQuestion"
-            enabled: !voidTime.running // qmllint disable unqualified
-            opacity: enabled ? 1 : 0
-            question: qsTr("Quit while an upload is under way?")
-            explanation: window.quitExplanation // qmllint disable unqualified
-            yes: qsTr("Quit")
-            no: qsTr("Keep Uploading")
-            onAnswered: yes => {
-                quitLoader.active = false;
-                if (yes)
-                    window.program.quit();
-            }
-        }
+        focus: shown
     }
 
     // The question is void when nothing is under way any more. What was aimed at it must not hit what lies beneath.
     Connections {
         function onUnderWayChanged() {
-            if (!window.application.uploadActivity.underWay && quitLoader.active)
+            if (!window.application.uploadActivity.underWay && quitLoader.shown)
                 voidTime.start();
         }
 
@@ -155,7 +152,7 @@ Window {
         id: voidTime
 
         interval: Look.reactionTime
-        onTriggered: quitLoader.active = false
+        onTriggered: quitLoader.source = ""
     }
 
     Shortcut {

@@ -25,6 +25,9 @@ struct Figure
 [[nodiscard]] std::vector<Figure> measureEventLoop();
 [[nodiscard]] std::vector<Figure> measureStart();
 [[nodiscard]] std::vector<Figure> measureLog();
+[[nodiscard]] std::vector<Figure> measureWaits();
+[[nodiscard]] std::vector<Figure> measureFrames();
+[[nodiscard]] std::vector<Figure> measureGrowth();
 
 /// The value below which the given fraction of the values lies; 0.5 is the median. There must be a value.
 [[nodiscard]] double quantile(std::vector<double> values, double fraction);

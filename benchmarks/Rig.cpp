@@ -55,12 +55,14 @@ QString standInFolder()
     return QCoreApplication::applicationDirPath() + QStringLiteral("/stand-in");
 }
 
-ServiceProcess::ServiceProcess(bool withStore)
+ServiceProcess::ServiceProcess(Store store)
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
     m_process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/tessary_local_service"),
-                    withStore ? QStringList{QStringLiteral("--store")} : QStringList{});
+                    store == Store::Azurite ? QStringList{QStringLiteral("--store")}
+                    : store == Store::Sink  ? QStringList{QStringLiteral("--sink")}
+                                            : QStringList{});
     while (!m_process.canReadLine()) {
         require(m_process.waitForReadyRead(startMilliseconds),
                 QStringLiteral("the start of the local service"));
@@ -74,9 +76,21 @@ ServiceProcess::~ServiceProcess()
     m_process.waitForFinished();
 }
 
+double ServiceProcess::takeTransferTime()
+{
+    while (!m_process.canReadLine()) {
+        require(m_process.waitForReadyRead(startMilliseconds), QStringLiteral("an upload into the sink"));
+    }
+    const QList<QByteArray> times = m_process.readLine().trimmed().split(' ');
+    require(times.size() == 2, QStringLiteral("a report of the sink"));
+    return times.back().toDouble() - times.front().toDouble();
+}
+
 Rig::Rig(Tool tool)
-    : m_service(tool == Tool::Real),
-      m_fixture(m_service.baseUrl(), tool == Tool::Real ? standardResourcesFolder() : standInFolder())
+    : m_service(tool == Tool::Real           ? ServiceProcess::Store::Azurite
+                : tool == Tool::RealIntoSink ? ServiceProcess::Store::Sink
+                                             : ServiceProcess::Store::None),
+      m_fixture(m_service.baseUrl(), tool == Tool::StandIn ? standInFolder() : standardResourcesFolder())
 {
     qputenv("AZCOPY_LOG_LOCATION", m_fixture.pathOf(QStringLiteral("azcopy")).toUtf8());
     qputenv("AZCOPY_JOB_PLAN_LOCATION", m_fixture.pathOf(QStringLiteral("azcopy")).toUtf8());

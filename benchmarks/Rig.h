@@ -15,11 +15,16 @@ namespace tessary::benchmarks {
 class ServiceProcess
 {
 public:
-    explicit ServiceProcess(bool withStore);
+    enum class Store { None, Azurite, Sink };
+
+    explicit ServiceProcess(Store store);
     ~ServiceProcess();
     Q_DISABLE_COPY_MOVE(ServiceProcess)
 
     [[nodiscard]] const QString& baseUrl() const { return m_baseUrl; }
+
+    /// Milliseconds from the first block of the next upload into the sink to its completion.
+    [[nodiscard]] double takeTransferTime();
 
 private:
     QProcess m_process;
@@ -32,8 +37,8 @@ private:
 class Rig
 {
 public:
-    /// The transfer tool: the real one with a real blob store, or the stand-in.
-    enum class Tool { Real, StandIn };
+    /// The transfer tool: the real one with a real blob store or with one that forgets all, or the stand-in.
+    enum class Tool { Real, RealIntoSink, StandIn };
 
     explicit Rig(Tool tool);
 
@@ -56,7 +61,7 @@ public:
 
     [[nodiscard]] testkit::ProgramFixture& fixture() { return m_fixture; }
 
-    [[nodiscard]] const QString& serviceRoot() const { return m_service.baseUrl(); }
+    [[nodiscard]] ServiceProcess& service() { return m_service; }
 
 private:
     ServiceProcess m_service;

@@ -1,4 +1,5 @@
 // Takes the program's figures and prints them as a table. What goes on meanwhile is said on standard error.
+// Ends with 1 when a figure misses its aim or cannot be taken.
 //   tessary_bench [NAME...]     all of them, or those named
 
 #include "benchmarks/Figure.h"
@@ -10,8 +11,10 @@
 #include <QQuickWindow>
 #include <QSysInfo>
 
+#include <algorithm>
 #include <array>
 #include <exception>
+#include <functional>
 #include <thread>
 
 using namespace tessary;
@@ -28,7 +31,9 @@ struct Measurement
 constexpr std::array measurements{
     Measurement{"start", measureStart},       Measurement{"idle", measureIdleness},
     Measurement{"cancel", measureCancelling}, Measurement{"loop", measureEventLoop},
-    Measurement{"log", measureLog},           Measurement{"upload", measureUploads},
+    Measurement{"log", measureLog},           Measurement{"wait", measureWaits},
+    Measurement{"frames", measureFrames},     Measurement{"growth", measureGrowth},
+    Measurement{"upload", measureUploads},
 };
 
 void printHead()
@@ -76,7 +81,8 @@ int main(int argc, char** argv)
             }
         }
         printTable(figures);
-        return EXIT_SUCCESS;
+        const bool allMet = std::all_of(figures.begin(), figures.end(), std::mem_fn(&Figure::met));
+        return allMet ? EXIT_SUCCESS : EXIT_FAILURE;
     } catch (const std::exception& problem) {
         warnLine(QString::fromUtf8(problem.what()));
         return EXIT_FAILURE;

@@ -1,7 +1,7 @@
 // Starts as the program does, or with a bare window in its place, and prints the milliseconds to the first
 // frame and, a second later, the most memory that was used, in bytes.
-//   tessary_first_frame bare|login|uploader START      START: when the process was launched, in ms of the
-//   monotonic clock
+//   tessary_first_frame bare|text|login|uploader START     START: when the process was launched, in ms of the
+//   monotonic clock; a text is one line in an otherwise bare window
 
 #include "app/Program.h"
 #include "benchmarks/MonotonicClock.h"
@@ -37,11 +37,12 @@ void report(QQuickWindow& window, double start)
         Qt::SingleShotConnection);
 }
 
-int showBareWindow(double start)
+int showBareWindow(const QByteArray& content, double start)
 {
     QQmlEngine engine;
     QQmlComponent component(&engine);
-    component.setData("import QtQuick; Window { width: 900; height: 680; visible: true }", QUrl());
+    component.setData("import QtQuick; Window { width: 900; height: 680; visible: true; " + content + " }",
+                      QUrl());
     const std::unique_ptr<QObject> object(component.create());
     auto* window = qobject_cast<QQuickWindow*>(object.get());
     if (window == nullptr) {
@@ -81,5 +82,8 @@ int main(int argc, char** argv)
     const double start = QByteArray(argv[2]).toDouble();
     desktop::prepareProcess();
     const QGuiApplication application(argc, argv);
-    return kind == "bare" ? showBareWindow(start) : showProgram(kind == "uploader", start);
+    if (kind == "bare" || kind == "text") {
+        return showBareWindow(kind == "text" ? "Text { text: 'One line of text' }" : "", start);
+    }
+    return showProgram(kind == "uploader", start);
 }

@@ -1,10 +1,14 @@
 // The local service, and a blob store where it is asked for, as a process of their own: what they use is then
 // not the program's. Prints the API root and lives until its standard input ends.
 //   --store               with a blob store
+//   --sink                with one that forgets what it gets, and prints for each upload when its first block
+//   came and when
+//                         it was complete, in milliseconds of the monotonic clock
 //   --tls CERTIFICATE KEY speaks TLS, with what these files hold as PEM, on the port of HTTPS
 
 #include "service/Diagnostics.h"
 #include "standins/Azurite.h"
+#include "standins/BlobSink.h"
 #include "standins/LocalService.h"
 
 #include <QCoreApplication>
@@ -56,7 +60,13 @@ int main(int argc, char** argv)
                 azurite->createContainer(workspace.container);
             }
         }
-        const BlobStore store = azurite ? azurite->store() : LocalService::noStore();
+        std::optional<BlobSink> sink;
+        if (arguments.contains(QStringLiteral("--sink"))) {
+            QObject::connect(&sink.emplace(), &BlobSink::committed, [](double firstBlock, double commit) {
+                printLine(QStringLiteral("%1 %2").arg(firstBlock, 0, 'f', 3).arg(commit, 0, 'f', 3));
+            });
+        }
+        const BlobStore store = azurite ? azurite->store() : sink ? sink->store() : LocalService::noStore();
         LocalService service(store, tls < 0 ? 0 : httpsPort);
         if (tls >= 0) {
             service.useTls(tlsConfiguration(arguments.value(tls + 1), arguments.value(tls + 2)));

@@ -2,6 +2,9 @@
 // source file's name says:
 //   good…         reports progress and succeeds
 //   failing…      complains and exits with 3
+//   brief…        exits with 3 after 50 ms; when it began and when it ended, in nanoseconds of the monotonic
+//   clock, is the
+//                 last line of a file "ran" beside the program
 //   patient…      says "ready", and nothing else until it is stopped
 //   talkative…    writes 1000 reports a second, each in a chunk of its own, until it is stopped
 //   flood-tiny…   writes 100 MB as fast as it can, 8 bytes at a time
@@ -29,14 +32,25 @@ constexpr std::size_t floodBytes = 100'000'000;
 constexpr std::size_t mebibyte = 1024 * 1024;
 constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 
+std::string folder;   // of this program, with a slash
 std::string stopNote; // where to write the time
 
-extern "C" void noteTheStop(int /*signal*/)
+std::int64_t nanosecondsNow()
 {
     timespec now = {};
     clock_gettime(CLOCK_MONOTONIC, &now);
-    const int note = open(stopNote.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
-    dprintf(note, "%" PRId64 "\n", now.tv_sec * nanosecondsPerSecond + now.tv_nsec);
+    return now.tv_sec * nanosecondsPerSecond + now.tv_nsec;
+}
+
+int openNote(const std::string& path)
+{
+    return open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+}
+
+extern "C" void noteTheStop(int /*signal*/)
+{
+    const std::int64_t now = nanosecondsNow();
+    dprintf(openNote(stopNote), "%" PRId64 "\n", now);
     std::_Exit(EXIT_FAILURE);
 }
 
@@ -68,9 +82,7 @@ void flood(std::string_view chunk)
 [[noreturn]] void talk()
 {
     constexpr std::int64_t interval = 1'000'000;
-    timespec now = {};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    std::int64_t next = now.tv_sec * nanosecondsPerSecond + now.tv_nsec;
+    std::int64_t next = nanosecondsNow();
     for (int count = 0;; ++count) {
         std::array<char, 64> report{};
         const int size =
@@ -84,7 +96,16 @@ void flood(std::string_view chunk)
     }
 }
 
-void behave(std::string_view mood)
+[[noreturn]] void runBriefly(std::int64_t began)
+{
+    constexpr timespec length{0, 50'000'000};
+    nanosleep(&length, nullptr);
+    const int note = openNote(folder + "ran");
+    dprintf(note, "%" PRId64 " %" PRId64 "\n", began, nanosecondsNow());
+    std::_Exit(3);
+}
+
+void behave(std::string_view mood, std::int64_t began)
 {
     if (mood.starts_with("good")) {
         put("\r50.0 %, 0 Done, 0 Failed, 1 Pending, 2-sec Throughput (Mb/s): 951.6");
@@ -93,6 +114,9 @@ void behave(std::string_view mood)
     if (mood.starts_with("failing")) {
         put("nothing works\n");
         std::_Exit(3);
+    }
+    if (mood.starts_with("brief")) {
+        runBriefly(began);
     }
     if (mood.starts_with("patient")) {
         put("ready\n");
@@ -119,12 +143,14 @@ void behave(std::string_view mood)
 
 int main(int argc, char** argv)
 {
+    const std::int64_t began = nanosecondsNow();
     if (argc < 3) {
         return EXIT_FAILURE;
     }
     const std::string_view self = argv[0];
-    stopNote = std::string(self.substr(0, self.rfind('/') + 1)) + "stopped";
+    folder = self.substr(0, self.rfind('/') + 1);
+    stopNote = folder + "stopped";
     std::signal(SIGTERM, noteTheStop);
     const std::string_view file = argv[2];
-    behave(file.substr(file.rfind('/') + 1));
+    behave(file.substr(file.rfind('/') + 1), began);
 }

@@ -72,19 +72,15 @@ FocusScope {
             blur: 16
             offset: Qt.point(0, 8)
             shadowColor: Look.faded(Look.black, 0.1)
-            opacity: screen.showWelcome ? 1 : 0
-            scale: screen.showWelcome ? 1 : 0.95
+            opacity: entrance.value
+            scale: 0.95 + 0.05 * entrance.value
 
-            Behavior on opacity {
-                EaseMotion {
-                    seconds: 0.4
-                }
-            }
+            EaseValue {
+                id: entrance
 
-            Behavior on scale {
-                EaseMotion {
-                    seconds: 0.4
-                }
+                animated: Look.animations
+                seconds: 0.4
+                goal: screen.showWelcome ? 1 : 0
             }
 
             Column {

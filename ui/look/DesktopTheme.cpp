@@ -106,8 +106,10 @@ QFont DesktopTheme::rounded(const QFont& font)
 {
     static const std::array<QString, 3> families{QStringLiteral("Nunito"), QStringLiteral("Quicksand"),
                                                  QStringLiteral("Varela Round")};
+    // Asked for a single name, the toolkit looks for all that could stand in for it, which takes long.
+    const QStringList installed = QFontDatabase::families();
     const auto* found = std::find_if(families.begin(), families.end(),
-                                     [](const auto& name) { return QFontDatabase::hasFamily(name); });
+                                     [&installed](const auto& name) { return installed.contains(name); });
     QFont result(font);
     if (found != families.end()) {
         result.setFamilies({*found});

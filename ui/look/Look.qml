@@ -84,6 +84,10 @@ QtObject {
     /// In milliseconds. So long after something went away by itself a press may still have been aimed at it.
     readonly property int reactionTime: 500
 
+    /// In milliseconds. What goes on and on moves in steps of this length, which begin together, so that they share their
+    /// frames.
+    readonly property int beat: 120
+
     /// How far a change that eases in and out has come after that share of its time.
     function eased(time: real): real {
         const bezier = (first, second, place) => 3 * (1 - place) * place * ((1 - place) * first + place * second)
@@ -108,6 +112,17 @@ QtObject {
         const share = Math.max(0, Math.min(amount, 1));
         const part = (a, b) => a + (b - a) * share;
         return Qt.rgba(part(from.r, to.r), part(from.g, to.g), part(from.b, to.b), part(from.a, to.a));
+    }
+
+    /// What is seen where the one colour, in part, covers the other.
+    function over(below: color, above: color, amount: real): color {
+        const share = above.a * Math.max(0, Math.min(amount, 1));
+        const rest = below.a * (1 - share);
+        const whole = share + rest;
+        if (whole === 0)
+            return transparent;
+        const part = (a, b) => (a * share + b * rest) / whole;
+        return Qt.rgba(part(above.r, below.r), part(above.g, below.g), part(above.b, below.b), whole);
     }
 
     /// The place nearest to one in points that lies between two device pixels.

@@ -35,14 +35,21 @@ QImage blurredAndTurned(const QImage& alpha, const std::vector<float>& kernel)
     const int width = alpha.width();
     // With as much of nothing at both ends as the kernel reaches, so that no sum has to look where it is.
     std::vector<float> row(static_cast<std::size_t>(width + 2 * reach));
+    std::vector<float> sums(static_cast<std::size_t>(width));
     uchar* const turned = result.bits();
     const qsizetype stride = result.bytesPerLine();
     for (int y = 0; y < alpha.height(); ++y) {
         std::copy_n(alpha.constScanLine(y), width, row.begin() + reach);
+        constexpr float rounding = 0.5F; // what is cut off afterwards is rounded then
+        std::fill(sums.begin(), sums.end(), rounding);
+        for (std::size_t at = 0; at < kernel.size();
+             ++at) { // one weight for all of the row: many sums at once
+            std::transform(sums.begin(), sums.end(), row.begin() + static_cast<std::ptrdiff_t>(at),
+                           sums.begin(),
+                           [weight = kernel[at]](float sum, float value) { return sum + weight * value; });
+        }
         for (int x = 0; x < width; ++x) {
-            constexpr float rounding = 0.5F; // what is cut off afterwards is rounded then
-            turned[x * stride + y] = static_cast<uchar>(
-                std::inner_product(kernel.begin(), kernel.end(), row.begin() + x, rounding));
+            turned[x * stride + y] = static_cast<uchar>(sums[static_cast<std::size_t>(x)]);
         }
     }
     return result;

@@ -35,8 +35,13 @@ public:
 
 protected:
     [[nodiscard]] int overhang(qreal scale) const override;
+    void showIn(PictureNode& node, QSize pixels, qreal scale) override;
 
 private:
+    /// The smallest squircle whose middle row and column can be stretched to one of that size, where that
+    /// saves much; else that size itself. In device pixels.
+    [[nodiscard]] QSize tileOf(QSize pixels, qreal scale) const;
+
     /// The outline's width in device pixels; 0 for none.
     [[nodiscard]] int linePixels(qreal scale) const;
 

@@ -1,61 +1,12 @@
 #include "ui/look/VisiblePainter.h"
 
-#include "ui/look/PixelGrid.h"
+#include "ui/look/PictureNode.h"
 
-#include <QImage>
 #include <QPainter>
 #include <QQuickWindow>
-#include <QSGImageNode>
-
-#include <memory>
+#include <QSGTexture>
 
 namespace tessary::look {
-namespace {
-
-/// The picture, kept on the grid of device pixels from frame to frame: an item is not told when what it lies
-/// in moves.
-class PictureNode : public QSGNode
-{
-public:
-    explicit PictureNode(QQuickWindow& window) : m_image(window.createImageNode())
-    {
-        setFlag(UsePreprocess);
-        m_image->setOwnsTexture(true);
-        m_image->setFiltering(QSGTexture::Linear);
-        appendChildNode(m_image);
-    }
-
-    [[nodiscard]] bool shows(QSize pixels, qreal scale) const
-    {
-        return pixels == m_pixels && scale == m_scale;
-    }
-
-    void show(QSGTexture* texture, QSize pixels, int overhang, qreal scale)
-    {
-        m_pixels = pixels;
-        m_scale = scale;
-        m_image->setTexture(texture);
-        m_place = QRectF(QPointF(-overhang, -overhang) / scale,
-                         QSizeF(pixels + 2 * QSize(overhang, overhang)) / scale);
-        m_image->setRect(m_place.translated(offGrid(*this, scale)));
-    }
-
-    void preprocess() override
-    {
-        const QRectF place = m_place.translated(offGrid(*this, m_scale));
-        if (m_image->rect() != place) {
-            m_image->setRect(place);
-        }
-    }
-
-private:
-    QSGImageNode* m_image; // owned by the scene, as a child
-    QRectF m_place;
-    QSize m_pixels;
-    qreal m_scale = 0;
-};
-
-} // namespace
 
 VisiblePainter::VisiblePainter(QQuickItem* parent) : QQuickItem(parent)
 {
@@ -82,17 +33,28 @@ QSGNode* VisiblePainter::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*d
         delete node;
         return nullptr;
     }
-    auto* picture = static_cast<PictureNode*>(node);
-    const bool fresh = picture == nullptr;
-    if (fresh) {
-        picture = new PictureNode(*window());
-    }
     const qreal scale = window()->effectiveDevicePixelRatio();
     const QSize pixels = (size() * scale).toSize().expandedTo({1, 1});
-    if (!fresh && !m_stale && picture->shows(pixels, scale)) {
-        return picture;
+    if (node != nullptr && !m_stale && pixels == m_shownPixels && scale == m_shownScale) {
+        return node;
     }
     m_stale = false;
+    m_shownPixels = pixels;
+    m_shownScale = scale;
+    auto* picture = node != nullptr ? static_cast<PictureNode*>(node) : new PictureNode(*window());
+    showIn(*picture, pixels, scale);
+    return picture;
+}
+
+void VisiblePainter::showIn(PictureNode& node, QSize pixels, qreal scale)
+{
+    const std::shared_ptr<QSGTexture> texture(
+        window()->createTextureFromImage(draw(pixels, scale), QQuickWindow::TextureCanUseAtlas));
+    node.show(texture, {wholePicture(pixels, overhang(scale))}, scale);
+}
+
+QImage VisiblePainter::draw(QSize pixels, qreal scale) const
+{
     const int margin = overhang(scale);
     QImage image(pixels + 2 * QSize(margin, margin), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -102,9 +64,7 @@ QSGNode* VisiblePainter::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*d
     painter.scale(scale, scale);
     paint(painter, QSizeF(pixels) / scale, scale);
     painter.end();
-    picture->show(window()->createTextureFromImage(image, QQuickWindow::TextureCanUseAtlas), pixels, margin,
-                  scale);
-    return picture;
+    return image;
 }
 
 void VisiblePainter::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <QImage>
 #include <QQuickItem>
 #include <QRectF>
+#include <QSize>
 #include <QSizeF>
 #include <QtQml/qqml.h>
 
 namespace tessary::look {
+
+class PictureNode;
 
 /// An item that paints itself into a picture of whole device pixels, which lies on whole device pixels
 /// wherever the item itself comes to rest. It is painted, and takes memory for its picture, only while it can
@@ -30,6 +34,12 @@ protected:
     /// By how many device pixels the drawing reaches out of the item, on every side.
     [[nodiscard]] virtual int overhang(qreal scale) const;
 
+    /// Has the node show the item, of that size in device pixels. While the scene is brought up to date.
+    virtual void showIn(PictureNode& node, QSize pixels, qreal scale);
+
+    /// What is painted, overhang included.
+    [[nodiscard]] QImage draw(QSize pixels, qreal scale) const;
+
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
@@ -38,6 +48,8 @@ private:
     [[nodiscard]] bool canBeSeen() const;
 
     bool m_stale = true;
+    QSize m_shownPixels;
+    qreal m_shownScale = 0;
 };
 
 } // namespace tessary::look

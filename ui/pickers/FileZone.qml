@@ -31,10 +31,16 @@ Item {
         place: zone.place
     }
 
-    OpenFileDialog {
+    Loader {
         id: dialog
 
-        slot: fileSlot
+        function open() {
+            if (!item)
+                setSource("OpenFileDialog.qml", {
+                    slot: fileSlot
+                });
+            (item as OpenFileDialog).open();
+        }
     }
 
     Tip {

@@ -33,8 +33,8 @@ FocusScope {
         sourceComponent: FocusScope {
             FocusScope {
                 anchors.fill: parent
-                focus: !reason.active
-                enabled: !reason.active
+                focus: !reason.wanted
+                enabled: !reason.wanted
 
                 UploaderHeaderView {
                     id: header
@@ -62,12 +62,17 @@ FocusScope {
                 id: reason
 
                 readonly property FailureReport report: holder.state.failureReport
+                readonly property bool wanted: report?.shown ?? false
 
                 anchors.fill: parent
-                active: report?.shown ?? false
-                focus: active
-                sourceComponent: FailureSheet {
-                    report: reason.report
+                focus: wanted
+                onWantedChanged: {
+                    if (wanted)
+                        setSource("FailureSheet.qml", {
+                            report: reason.report
+                        });
+                    else
+                        source = "";
                 }
             }
         }

@@ -49,6 +49,14 @@ T.RadioButton {
         goal: option.selected ? 1 : 0
     }
 
+    EaseValue {
+        id: highlight
+
+        animated: Look.animations
+        seconds: 0.2
+        goal: option.highlighted && !option.selected ? 1 : 0
+    }
+
     contentItem: StyledText {
         text: option.text
         color: Look.mixed(Look.labelColor, Look.alternateSelectedControlTextColor, spring.value)
@@ -57,34 +65,11 @@ T.RadioButton {
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true
     }
-    background: Item {
-        Squircle {
-            anchors.fill: parent
-            radius: 8
-            fill: Look.faded(Look.selectedControlColor, 0.3)
-            opacity: option.highlighted && !option.selected ? 1 : 0
-
-            Behavior on opacity {
-                EaseMotion {
-                    seconds: 0.2
-                }
-            }
-        }
-
-        Squircle {
-            anchors.fill: parent
-            radius: 8
-            outline: Look.outlineColor
-            lineWidth: 1
-        }
-
-        Squircle {
-            anchors.fill: parent
-            radius: 8
-            fill: Look.systemBlueColor
-            outline: Look.systemBlueColor
-            lineWidth: 1
-            opacity: spring.value
-        }
+    // The outline is the selection's own by and by, and the selection lies over what the pointer brings up.
+    background: Squircle {
+        radius: 8
+        fill: Look.over(Look.faded(Look.selectedControlColor, 0.3 * highlight.value), Look.systemBlueColor, spring.value)
+        outline: Look.mixed(Look.outlineColor, Look.systemBlueColor, spring.value)
+        lineWidth: 1
     }
 }

@@ -22,15 +22,17 @@ Squircle {
     // Up and down in 0.6 s each, for hours: in steps along the curve that the eye does not see, since an animation would
     // draw sixty frames a second.
     Timer {
+        readonly property int stepsUp: 600 / interval
         property int step
 
-        interval: 100
+        interval: Look.beat
         repeat: true
         running: dot.busy && Look.animations
         onRunningChanged: step = 0
         onTriggered: {
-            step = (step + 1) % 12;
-            dot.opacity = dot.calmOpacity + (1 - dot.calmOpacity) * Look.eased(Math.min(step, 12 - step) / 6);
+            step = (step + 1) % (2 * stepsUp);
+            const amount = Look.eased(Math.min(step, 2 * stepsUp - step) / stepsUp);
+            dot.opacity = dot.calmOpacity + (1 - dot.calmOpacity) * amount;
         }
     }
 

@@ -43,40 +43,49 @@ RowLayout {
         verticalAlignment: Text.AlignVCenter
     }
 
-    PlainButton {
-        id: why
-
-        objectName: "whyButton"
-        visible: !row.uploader.isUploading && row.uploader.failureReport !== null
-        text: qsTr("Why?")
-        explanation: qsTr("Tells why the upload failed")
-        tip: explanation
+    Later {
+        shown: !row.uploader.isUploading && row.uploader.failureReport !== null
         // A target of a finger's size; only what is seen of it, and a little distance, count for the row's height.
         Layout.topMargin: -2
         Layout.bottomMargin: -2
-        topPadding: 6
-        bottomPadding: 6
-        topInset: 4
-        bottomInset: 4
-        leftPadding: Look.spacing
-        rightPadding: Look.spacing
-        contentItem: StyledText {
-            text: why.text
-            font: Look.subheadline
-            Accessible.ignored: true
+        // The loader makes this in the file's context, which the linter does not know.
+        // qmllint disable unqualified
+        sourceComponent: PlainButton {
+            id: why
+
+            objectName: "whyButton"
+            text: qsTr("Why?")
+            explanation: qsTr("Tells why the upload failed")
+            tip: explanation
+            topPadding: 6
+            bottomPadding: 6
+            topInset: 4
+            bottomInset: 4
+            leftPadding: Look.spacing
+            rightPadding: Look.spacing
+            contentItem: StyledText {
+                text: why.text
+                font: Look.subheadline
+                Accessible.ignored: true
+            }
+            background: Squircle {
+                radius: why.ringRadius
+                outline: Look.outlineColor
+                lineWidth: 1
+            }
+            onClicked: row.uploader.failureReport.shown = true
         }
-        background: Squircle {
-            radius: why.ringRadius
-            outline: Look.outlineColor
-            lineWidth: 1
-        }
-        onClicked: row.uploader.failureReport.shown = true
+        // qmllint enable unqualified
     }
 
-    UploadProgress {
-        visible: row.uploader.isUploading
-        progress: row.uploader.progress
-        words: row.uploader.progressInWords
+    Later {
+        shown: row.uploader.isUploading
+        // qmllint disable unqualified
+        sourceComponent: UploadProgress {
+            progress: row.uploader.progress
+            words: row.uploader.progressInWords
+        }
+        // qmllint enable unqualified
     }
 
     SymbolButton {

@@ -5,12 +5,11 @@ import Tessary.Look
 Item {
     id: notice
 
-    required property bool shown
+    readonly property SuccessOverlay overlay: parent as SuccessOverlay // which is the first thing that it gets
+    readonly property bool shown: overlay.shown
     property bool entered: false
     readonly property real amount: spring.value * stay
     property real stay: shown ? 1 : 0 ///< it comes on a spring and goes as the whole overlay does
-
-    signal appeared
 
     objectName: "successOverlay"
     Accessible.role: Accessible.AlertMessage
@@ -33,7 +32,7 @@ Item {
         running: notice.shown
         onTriggered: {
             notice.entered = true;
-            notice.appeared();
+            notice.overlay.uploader.showSuccess();
         }
     }
 

@@ -10,20 +10,14 @@ Loader {
     required property FileUploaderState uploader
     readonly property bool shown: uploader.showSuccessAnimation
 
-    opacity: shown ? 1 : 0
+    opacity: fade.value
     visible: active
     active: shown || opacity > 0 || goneNow.running
     onShownChanged: {
         if (!shown)
             goneNow.restart();
     }
-    // The loader makes this in the file's context, which the linter does not know.
-    // qmllint disable unqualified
-    sourceComponent: SuccessNotice {
-        shown: overlay.shown
-        onAppeared: overlay.uploader.showSuccess()
-    }
-    // qmllint enable unqualified
+    source: "SuccessNotice.qml"
 
     Timer {
         id: goneNow
@@ -31,7 +25,10 @@ Loader {
         interval: Look.reactionTime
     }
 
-    Behavior on opacity {
-        EaseMotion {}
+    EaseValue {
+        id: fade
+
+        animated: Look.animations
+        goal: overlay.shown ? 1 : 0
     }
 }

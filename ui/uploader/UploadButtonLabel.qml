@@ -31,11 +31,14 @@ Item {
                 fontSize: Look.buttonSymbol
             }
 
-            ActivityIndicator {
+            Later {
                 anchors.centerIn: arrow
-                visible: label.busy
-                scale: 0.8
-                tint: Look.alternateSelectedControlTextColor
+                shown: label.busy
+                sourceComponent: ActivityIndicator {
+                    width: 0.8 * implicitWidth
+                    height: 0.8 * implicitHeight
+                    tint: Look.alternateSelectedControlTextColor
+                }
             }
         }
 

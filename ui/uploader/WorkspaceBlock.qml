@@ -17,12 +17,14 @@ PlainButton {
     text: known ? workspaceName : qsTr("Loading...")
     explanation: qsTr("Change workspace")
     tip: cut ? text : ""
-    scale: isHeaderHovered ? 1.02 : 1
+    scale: 1 + 0.02 * lift.value
 
-    Behavior on scale {
-        EaseMotion {
-            seconds: 0.2
-        }
+    EaseValue {
+        id: lift
+
+        animated: Look.animations
+        seconds: 0.2
+        goal: block.isHeaderHovered ? 1 : 0
     }
 
     SpringValue {
@@ -61,13 +63,7 @@ PlainButton {
             blur: 8
             offset: Qt.point(0, 2)
             color: Look.faded(Look.systemBlueColor, 0.2)
-            opacity: block.isHeaderHovered ? 1 : 0
-
-            Behavior on opacity {
-                EaseMotion {
-                    seconds: 0.2
-                }
-            }
+            opacity: lift.value
         }
 
         Squircle {

@@ -1,0 +1,94 @@
+// How long frames take while what is on the screen moves: the log, the window's edge, the details.
+
+#include "benchmarks/Figure.h"
+#include "benchmarks/Rig.h"
+#include "benchmarks/Watch.h"
+
+#include <QQuickItem>
+#include <QWheelEvent>
+
+#include <array>
+#include <functional>
+
+namespace tessary::benchmarks {
+namespace {
+
+struct Movement
+{
+    const char* name;
+    std::function<void()> act;
+};
+
+void scroll(QQuickWindow& window, const QPointF& place, int notches)
+{
+    constexpr int notch = 120;
+    for (int count = 0; count < std::abs(notches); ++count) {
+        QWheelEvent wheel(place, window.mapToGlobal(place), {}, {0, notches > 0 ? notch : -notch},
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&window, &wheel);
+        runFor(std::chrono::milliseconds(20));
+    }
+}
+
+Figure frameFigure(const QString& name, const std::vector<double>& frames, double aim)
+{
+    return {name,
+            QStringLiteral("%1 ms").arg(written(quantile(frames, 0.5), 1)),
+            QStringLiteral("%1 frames").arg(frames.size()),
+            QStringLiteral("90 % %1, most %2")
+                .arg(written(quantile(frames, 0.9), 1), written(quantile(frames, 1), 1)),
+            QStringLiteral("all ≤ %1 ms").arg(aim),
+            quantile(frames, 1) <= aim};
+}
+
+} // namespace
+
+std::vector<Figure> measureFrames()
+{
+    Rig rig(Rig::Tool::StandIn);
+    QQuickWindow& window = rig.fixture().window();
+    rig.choose(QStringLiteral("/videos/talkative.mp4")); // the stand-in reads no file
+    rig.click("uploadButton");
+    runFor(std::chrono::seconds(12)); // the log fills up
+    rig.click("cancelUploadButton");
+    rig.awaitIdle();
+    std::vector<Figure> figures;
+    for (const auto& [size, aim] : {std::pair{QSize(1000, 800), 16.0}, std::pair{QSize(3840, 2160), 33.0}}) {
+        window.resize(size);
+        runFor(std::chrono::seconds(1));
+        const QQuickItem* card = rig.fixture().item("logCard");
+        require(card != nullptr, QStringLiteral("the log"));
+        const QPointF place = card->mapToScene({card->width() / 2, card->height() / 2});
+        const std::array movements{Movement{"a full log scrolled",
+                                            [&] {
+                                                scroll(window, place, 60);
+                                                scroll(window, place, -60);
+                                            }},
+                                   Movement{"a resize",
+                                            [&, size = size] {
+                                                for (int step = 20; step >= 0; --step) {
+                                                    window.resize(size - QSize(step, step) * 4);
+                                                    runFor(std::chrono::milliseconds(50));
+                                                }
+                                            }},
+                                   Movement{"details toggled ten times", [&] {
+                                                for (int count = 0; count < 10; ++count) {
+                                                    rig.state().setShowDetails(!rig.state().showDetails());
+                                                    runFor(std::chrono::milliseconds(700));
+                                                }
+                                            }}};
+        for (const Movement& movement : movements) {
+            FrameWatch watch(window);
+            movement.act();
+            require(!watch.frames().empty(), QStringLiteral("a frame"));
+            figures.push_back(frameFigure(QStringLiteral("frames of %1, %2 x %3")
+                                              .arg(QLatin1StringView(movement.name))
+                                              .arg(size.width())
+                                              .arg(size.height()),
+                                          watch.frames(), aim));
+        }
+    }
+    return figures;
+}
+
+} // namespace tessary::benchmarks

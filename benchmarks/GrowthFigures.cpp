@@ -1,0 +1,116 @@
+// What grows with the number of windows, and what is given back.
+
+#include "benchmarks/Figure.h"
+#include "benchmarks/Rig.h"
+#include "testkit/ProcessUsage.h"
+#include "ui/uploader/UploaderStateHolder.h"
+
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+#include <malloc.h>
+
+namespace tessary::benchmarks {
+namespace {
+
+constexpr double mebibyte = 1024.0 * 1024.0;
+
+/// In MiB, when what is free has been given back.
+double residentAtRest(Rig& rig)
+{
+    runFor(std::chrono::seconds(1)); // what is to be deleted later is deleted
+    qmlEngine(&rig.fixture().window())->collectGarbage();
+    malloc_trim(0);
+    return static_cast<double>(testkit::takeProcessUsage().residentBytes) / mebibyte;
+}
+
+void openWindow(Rig& rig)
+{
+    require(rig.fixture().program().openWindow(), QStringLiteral("a window"));
+    runFor(std::chrono::milliseconds(100));
+}
+
+/// From the event loop, as a person closes it: what is to be deleted later is deleted then.
+void closeNewestWindow(Rig& rig)
+{
+    QMetaObject::invokeMethod(rig.fixture().program().windows().back(), &QWindow::close,
+                              Qt::QueuedConnection);
+    runFor(std::chrono::milliseconds(100));
+}
+
+void startUploadIn(const QQuickWindow& window)
+{
+    const auto* holder = window.findChild<UploaderStateHolder*>();
+    require(holder != nullptr, QStringLiteral("the screen of a window"));
+    FileUploaderState& state = *holder->state();
+    state.setVideoName(QStringLiteral("At once"));
+    state.setSelectedFile(
+        QUrl::fromLocalFile(QStringLiteral("/videos/patient.mp4"))); // the stand-in reads no file
+    state.startUpload();
+}
+
+Figure windowsFigure()
+{
+    constexpr int windows = 100;
+    constexpr double bound = 4;
+    Rig rig(Rig::Tool::StandIn);
+    openWindow(rig); // what the first one loads is kept
+    closeNewestWindow(rig);
+    const double before = residentAtRest(rig);
+    for (int count = 0; count < windows; ++count) {
+        openWindow(rig);
+        closeNewestWindow(rig);
+    }
+    const double after = residentAtRest(rig);
+    return {QStringLiteral("memory after 100 windows opened and closed"),
+            written(after, 1) + QStringLiteral(" MiB"),
+            QStringLiteral("before: %1 MiB").arg(written(before, 1)),
+            QStringLiteral("%1 MiB more").arg(written(after - before, 1)),
+            QStringLiteral("≤ 4 MiB more"),
+            after - before <= bound};
+}
+
+/// Each with one window more.
+std::vector<Figure> uploadsAtOnceFigures()
+{
+    constexpr int most = 4;
+    constexpr std::chrono::seconds watched{8};
+    constexpr double aimPerWindow = 0.012;
+    Rig rig(Rig::Tool::StandIn);
+    std::vector<Figure> figures;
+    for (int count = 1; count <= most; ++count) {
+        if (count > 1) {
+            openWindow(rig);
+        }
+        startUploadIn(*rig.fixture().program().windows().back());
+        runFor(std::chrono::seconds(2));
+        const auto before = testkit::takeProcessUsage().ownCpu;
+        runFor(watched);
+        const testkit::ProcessUsage usage = testkit::takeProcessUsage();
+        const double share =
+            std::chrono::duration<double>(usage.ownCpu - before) / std::chrono::duration<double>(watched);
+        figures.push_back({QStringLiteral("own CPU with uploads in %1 windows at once").arg(count),
+                           written(share * 100, 2) + QStringLiteral(" %"), QStringLiteral("one core"),
+                           QStringLiteral("%1 MiB in use")
+                               .arg(written(static_cast<double>(usage.residentBytes) / mebibyte, 1)),
+                           QStringLiteral("< %1 %").arg(aimPerWindow * 100 * count),
+                           share < aimPerWindow * count});
+    }
+    for (const QQuickWindow* window : rig.fixture().program().windows()) {
+        window->findChild<UploaderStateHolder*>()->state()->cancelUpload();
+    }
+    rig.awaitIdle();
+    return figures;
+}
+
+} // namespace
+
+std::vector<Figure> measureGrowth()
+{
+    std::vector<Figure> figures{windowsFigure()};
+    const std::vector<Figure> atOnce = uploadsAtOnceFigures();
+    figures.insert(figures.end(), atOnce.begin(), atOnce.end());
+    return figures;
+}
+
+} // namespace tessary::benchmarks
