@@ -106,6 +106,7 @@ Window {
     Timer {
         id: changeTime
 
+        objectName: "changeTime"
         interval: Look.reactionTime
     }
 

@@ -8,6 +8,8 @@ Item {
 
     required property FileUploaderState uploader
 
+    signal focusLeft(visibly: bool)
+
     objectName: "logCard"
 
     Card {
@@ -21,6 +23,7 @@ Item {
         y: Look.padding
         width: card.width - 2 * Look.padding
         uploader: card.uploader
+        onFocusLeft: visibly => card.focusLeft(visibly)
     }
 
     Item {

@@ -8,6 +8,10 @@ RowLayout {
 
     required property FileUploaderState uploader
 
+    /// The button that had the focus has gone.
+    /// @param visibly it was shown that it had it
+    signal focusLeft(visibly: bool)
+
     spacing: Look.spacing
 
     Announcer {
@@ -86,5 +90,9 @@ RowLayout {
         symbol: "xmark.circle.fill"
         symbolColor: Look.systemRedColor
         onClicked: row.uploader.cancelUpload()
+        onVisibleChanged: {
+            if (!visible && activeFocus)
+                row.focusLeft(visualFocus);
+        }
     }
 }
