@@ -116,6 +116,7 @@ Window {
     Timer {
         id: changeTime
 
+        objectName: "changeTime"
         interval: Look.reactionTime
     }
 

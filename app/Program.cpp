@@ -5,6 +5,7 @@
 #include "ui/uploader/UploaderStateHolder.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -12,6 +13,19 @@
 #include <algorithm>
 
 namespace tessary {
+namespace {
+
+/// For title bars and lists of windows where they do not find it by the desktop entry, as on X11.
+QIcon windowIcon()
+{
+    QIcon icon;
+    for (const int side : {16, 32, 48, 64, 128}) {
+        icon.addFile(QStringLiteral(":/qt/qml/Tessary/App/icons/%1.png").arg(side), QSize(side, side));
+    }
+    return icon;
+}
+
+} // namespace
 
 Program::Program(const Configuration& configuration)
     : m_application(configuration), m_desktopFeedback(m_application), m_windowComponent(&m_engine)
@@ -58,6 +72,11 @@ bool Program::openWindow()
             forgetWindow(window);
         }
     });
+    if (QGuiApplication::windowIcon().isNull()) {
+        const auto show = [] { QGuiApplication::setWindowIcon(windowIcon()); };
+        // After the first frame, which people wait for.
+        connect(window, &QQuickWindow::frameSwapped, this, show, Qt::SingleShotConnection);
+    }
     Q_EMIT windowCountChanged();
     return true;
 }

@@ -54,13 +54,23 @@ QString ProgramFixture::focused() const
 bool ProgramFixture::signIn(const QString& key)
 {
     return driver().type(QStringLiteral("keyField"), key) && click("submitKeyButton") &&
-           driver().ready(QStringLiteral("filePicker"));
+           arriveAt("filePicker");
 }
 
 bool ProgramFixture::showUploader(const QString& key)
 {
     session().setApiKey(key);
-    return driver().ready(QStringLiteral("nameField"));
+    return arriveAt("nameField");
+}
+
+bool ProgramFixture::arriveAt(const char* name) const
+{
+    if (!QTest::qWaitFor([&] { return item(name) != nullptr; }, 60'000)) {
+        return false;
+    }
+    // No hand was on its way to the screen before, so the time in which presses are swallowed need not pass.
+    window().findChild<QObject*>(QStringLiteral("changeTime"))->setProperty("running", false);
+    return driver().ready(QLatin1StringView(name));
 }
 
 bool ProgramFixture::fillForm(const QUrl& file, const QString& videoName) const

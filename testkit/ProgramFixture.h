@@ -67,6 +67,8 @@ public:
     [[nodiscard]] QUrl makeFile(const QString& name, const QByteArray& content) const;
 
 private:
+    [[nodiscard]] bool arriveAt(const char* name) const;
+
     QTemporaryDir m_folder;
     Program m_program;
 };

@@ -51,6 +51,17 @@ class Desktop:
         """Drags a file out of a file manager onto something."""
         raise NotImplementedError
 
+    def leave(self):
+        """Takes the program's window out of the front."""
+        raise NotImplementedError
+
+    def notification(self):
+        """Title and text of the notification that is shown."""
+        raise NotImplementedError
+
+    def press_notification(self):
+        raise NotImplementedError
+
     def enter_path(self, path):
         """Types a path into the file dialog that has the focus."""
         # The focus may be on its way, and the keys that ask for a place to type at would also put it away.

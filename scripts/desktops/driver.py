@@ -4,6 +4,7 @@ driver.py DESKTOP, as an ordinary person, on a session bus of its own. Leaves pi
 
 import importlib
 import json
+import re
 import subprocess
 import sys
 import traceback
@@ -192,6 +193,12 @@ def hears_progress(desktop):
         (each for each in desktop.speech() if each.endswith("percent.") and not each.startswith("100 ")), None))
 
 
+@step("says in its title how long")
+def says_how_long(desktop):
+    return wait_for("time left in the title",
+                    lambda: re.search(r"\d+ % · .+ left(?= - )", active_window().name()))[0]
+
+
 @step("cancels an upload")
 def cancels(desktop):
     desktop.click(showing("Cancel upload"))
@@ -199,6 +206,27 @@ def cancels(desktop):
     wait_for("end of the transfer tool", lambda: not processes("azcopy"))
     if len(library()) != 1:
         raise Missing("the library has gained an entry")
+
+
+@step("leaves the focus at Upload")
+def leaves_focus(_):
+    wait_for("focus", lambda: showing("Upload", "button").has(FOCUSED))
+
+
+@step("is told of the end elsewhere")
+def is_notified(desktop):
+    desktop.click(showing("Remove"))
+    choose(desktop, SAMPLE)
+    desktop.click(showing("Upload", "button"))
+    desktop.leave()
+    wait_for("another window in front", lambda: not active_window())
+    words = wait_for("notification", desktop.notification, 120)
+    if words != ("Upload complete", f"\"{VIDEO}\" is in the library of {WORKSPACE}."):
+        raise Missing(f"other words: {words}")
+    desktop.picture("notification")
+    desktop.press_notification()
+    wait_for("the program's window in front", active_window)
+    return ": ".join(words)
 
 
 @step("has a name for everything")

@@ -29,6 +29,14 @@ BUTTON = "global.checkPointer.notify_button(imports.gi.GLib.get_monotonic_time()
 FRAME = "let frame = global.display.focus_window.get_frame_rect(); [frame.x, frame.y, frame.width, frame.height]"
 
 
+BANNER = """
+const {{_notification: shown, _banner: banner}} = Main.messageTray;
+shown && banner ? {} : null
+"""
+WORDS = BANNER.format("[shown.title, shown.bannerBodyText]")
+PLACE = BANNER.format("[...banner.get_transformed_position(), ...banner.get_transformed_size()]")
+
+
 class Session(Desktop):
     current = "GNOME"
     size = 1400, 1000
@@ -77,9 +85,23 @@ class Session(Desktop):
     def click(self, node):
         x, y = node.centre(WINDOW)
         left, top = self.origin()
-        self.evaluate(MOVE.format(left + x, top + y))
+        self.click_at(left + x, top + y)
+
+    def click_at(self, x, y):
+        self.evaluate(MOVE.format(x, y))
         self.evaluate(BUTTON.format(1))
         self.evaluate(BUTTON.format(0))
+
+    def leave(self):
+        self.evaluate("global.display.focus_window.minimize(); true")
+
+    def notification(self):
+        words = self.evaluate(WORDS)
+        return words and tuple(words)
+
+    def press_notification(self):
+        x, y, width, height = self.evaluate(PLACE)
+        self.click_at(x + width / 2, y + height / 2)
 
     def origin(self):
         # Inside the frame that the toolkit draws.

@@ -20,7 +20,8 @@ class Session(Desktop):
     current = "KDE"
     dialog_owner = "xdg-desktop-portal-kde"
     not_done = {"takes_drop": "nothing is dragged here, only on X11", "is_told": "Orca runs on X11 only",
-                "hears_progress": "Orca runs on X11 only"}
+                "hears_progress": "Orca runs on X11 only",
+                "is_notified": "nothing here shows notifications, GNOME Shell and dunst on X11 do"}
 
     def start(self):
         width, height = self.size

@@ -1,4 +1,5 @@
-"""X11 with the openbox window manager, the pcmanfm file manager and the Orca screen reader: everything by xdotool."""
+"""X11 with the openbox window manager, the pcmanfm file manager, the dunst notification server and the Orca screen
+reader: everything by xdotool."""
 
 import os
 import re
@@ -15,9 +16,18 @@ SPEECH = """AudioOutputMethod "alsa"
 AddModule "silence" "sd_generic" "silence.conf"
 DefaultModule silence
 """
+NOTICES = """[global]
+follow = none
+icon_theme = hicolor
+enable_recursive_icon_lookup = true
+mouse_left_click = do_action, close_current
+"""
 VOICE = """GenericExecuteSynth "true"
 AddVoice "en" "MALE1" "none"
 """
+
+#: as dunst prints them
+NOTICE = re.compile(r"summary: '(.*?)'\n\s*body: '(.*?)'\n")
 
 
 class Session(Desktop):
@@ -33,6 +43,9 @@ class Session(Desktop):
         self.announce(DISPLAY=":" + os.read(reading, 16).decode().strip(), XDG_SESSION_TYPE="x11")
         self.spawn("openbox")
         wait_for("window manager", lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+        settings = Path.home() / "dunstrc"
+        settings.write_text(NOTICES)
+        self.spawn("dunst", "-config", str(settings), "-print")
 
     def start_reader(self):
         # There is no sound device: the speech server is given a voice that is silent.
@@ -58,13 +71,34 @@ class Session(Desktop):
         x, y, _, _ = active_window().extents(SCREEN)
         return x, y
 
+    def window_of(self, kind):
+        return wait_for(kind, lambda: self.run("xdotool", "search", "--onlyvisible", "--class", kind,
+                                               check=False)).split()[0]
+
+    def open_file_manager(self, path, left, top):
+        self.spawn("pcmanfm", str(path), GTK_MODULES="gail:atk-bridge")
+        manager = self.window_of("pcmanfm")
+        self.run("xdotool", "windowsize", manager, "600", "300", "windowmove", manager, str(left), str(top))
+        return manager
+
+    def leave(self):
+        manager = self.open_file_manager(Path.home(), 900, 800)
+        self.run("xdotool", "windowactivate", "--sync", manager)
+
+    def notification(self):
+        said = NOTICE.findall((PICTURES / "dunst.log").read_text())
+        return said[-1] if said else None
+
+    def press_notification(self):
+        geometry = self.run("xdotool", "getwindowgeometry", "--shell", self.window_of("Dunst"))
+        place = {name: int(value) for name, value in re.findall(r"(\w+)=(\d+)", geometry)}
+        self.run("xdotool", "mousemove", str(place["X"] + place["WIDTH"] // 2), str(place["Y"] + place["HEIGHT"] // 2),
+                 "click", "1")
+
     def drag(self, path, node):
-        self.spawn("pcmanfm", str(path.parent), GTK_MODULES="gail:atk-bridge")
-        manager = wait_for("file manager", lambda: self.run("xdotool", "search", "--onlyvisible", "--class", "pcmanfm",
-                                                            check=False)).split()[0]
+        left, top = 900, 40  # beside what it is dropped on
+        manager = self.open_file_manager(path.parent, left, top)
         try:
-            left, top = 900, 40  # beside what it is dropped on
-            self.run("xdotool", "windowsize", manager, "600", "300", "windowmove", manager, str(left), str(top))
             icon = comes(self.icon)
             # On newer desktops the file manager tells nobody of its icons. The first one always lies there.
             from_x, from_y = icon.centre(SCREEN) if icon else (left + 204, top + 98)

@@ -2,6 +2,7 @@
 #include "upload/UploadTask.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QPlatformSurfaceEvent>
 #include <QProcess>
 #include <QQuickItem>
@@ -173,6 +174,7 @@ void ProgramTest::windowIsShownInItsSizeWithTheWholeForm()
     testkit::ProgramFixture fixture;
     QVERIFY(fixture.showUploader());
     QCOMPARE(first.sizes.value(&fixture.window()), fixture.window().size());
+    QTRY_VERIFY(!QGuiApplication::windowIcon().pixmap(48).isNull()); // after the first frame
     QVERIFY(fixture.click("formatOption:Separate"));
     QVERIFY(fixture.driver().ready("rightEyePicker"));
     const QQuickItem* area = fixture.item("uploadButton");

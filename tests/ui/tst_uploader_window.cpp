@@ -1,4 +1,5 @@
 #include "testkit/ProgramFixture.h"
+#include "testkit/SteppedClock.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void cleanup() { m_fixture.reset(); }
 
     void tabReachesEverythingInReadingOrder();
+    void goneCancelButtonLeavesTheFocusAtUpload();
     void keysMoveInAGroupAndChoose();
     void progressTakesAnyNumber_data();
     void progressTakesAnyNumber();
@@ -72,6 +74,29 @@ void UploaderWindowTest::tabReachesEverythingInReadingOrder()
     }
     QCOMPARE(reached, expected);
     QCOMPARE(m_fixture->focused(), "workspaceBlock"); // and round again
+}
+
+void UploaderWindowTest::goneCancelButtonLeavesTheFocusAtUpload()
+{
+    QQuickWindow& window = m_fixture->window();
+    state().setSelectedFile(file("/a.mov"));
+    state().setVideoName("clip");
+    state().enter(UploadState::Requesting);
+    QVERIFY(m_fixture->driver().ready("cancelUploadButton"));
+    testkit::SteppedClock clock(*qmlEngine(&window));
+    m_fixture->item("cancelUploadButton")->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyPress(&window, Qt::Key_Space);
+    state().enter(UploadState::Completed);
+    QCOMPARE(m_fixture->focused(), "uploadButton");
+    QVERIFY(m_fixture->item("uploadButton")->property("visualFocus").toBool());
+    // What was aimed at the other button does not upload it again, a key let go late included.
+    m_fixture->press(Qt::Key_Return);
+    QVERIFY(!state().isUploading());
+    clock.step(501);
+    QTest::keyRelease(&window, Qt::Key_Space);
+    QVERIFY(!state().isUploading());
+    m_fixture->press(Qt::Key_Space);
+    QVERIFY(state().isUploading());
 }
 
 void UploaderWindowTest::keysMoveInAGroupAndChoose()

@@ -11,6 +11,8 @@ Item {
     readonly property real share: Look.snapped((width - divider.width) / 2 - spacing, Screen.devicePixelRatio)
 
     FormCard {
+        id: formCard
+
         x: Look.padding
         y: Look.padding
         width: row.share - 2 * Look.padding
@@ -35,5 +37,6 @@ Item {
         width: row.width - x - Look.padding
         height: row.height - 2 * Look.padding
         uploader: row.uploader
+        onFocusLeft: visibly => formCard.focusUploadButton(visibly)
     }
 }

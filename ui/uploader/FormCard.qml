@@ -8,6 +8,10 @@ Item {
 
     required property FileUploaderState uploader
 
+    function focusUploadButton(visibly: bool) {
+        uploadButton.takeFocus(visibly);
+    }
+
     objectName: "formCard"
 
     Card {
@@ -53,6 +57,8 @@ Item {
             }
 
             UploadButton {
+                id: uploadButton
+
                 width: form.width
                 uploader: card.uploader
             }

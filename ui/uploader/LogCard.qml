@@ -8,6 +8,8 @@ Item {
 
     required property FileUploaderState uploader
 
+    signal focusLeft(visibly: bool)
+
     objectName: "logCard"
 
     EaseValue {
@@ -29,6 +31,7 @@ Item {
         z: 1 // the rings around its buttons lie over the log
         width: Math.min(implicitWidth, area.width)
         uploader: card.uploader
+        onFocusLeft: visibly => card.focusLeft(visibly)
     }
 
     Item {

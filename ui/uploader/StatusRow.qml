@@ -10,6 +10,10 @@ RowLayout {
     /// Of the row without what is there after a failure only.
     readonly property real lineHeight: Math.max(line.implicitHeight, cancel.implicitHeight - 2 * cancel.overlap)
 
+    /// The button that had the focus has gone.
+    /// @param visibly it was shown that it had it
+    signal focusLeft(visibly: bool)
+
     spacing: Look.spacing
 
     Announcer {
@@ -100,5 +104,9 @@ RowLayout {
         symbol: "xmark.circle.fill"
         symbolColor: Look.systemRedColor
         onClicked: row.uploader.cancelUpload()
+        onVisibleChanged: {
+            if (!visible && activeFocus)
+                row.focusLeft(visualFocus);
+        }
     }
 }

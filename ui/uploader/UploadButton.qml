@@ -7,6 +7,13 @@ PlainButton {
 
     required property FileUploaderState uploader
 
+    /// From a control that has gone by itself. The keys that were aimed at that one press nothing here.
+    function takeFocus(visibly: bool) {
+        forceActiveFocus(visibly ? Qt.TabFocusReason : Qt.OtherFocusReason);
+        strayKeys.expected = true;
+        strayTime.restart();
+    }
+
     objectName: "uploadButton"
     padding: Look.padding
     ringRadius: 12
@@ -14,6 +21,30 @@ PlainButton {
     opacity: uploader.inputsReady ? 1 : 0.7
     text: uploader.isUploading ? qsTr("Uploading...") : qsTr("Upload")
     onClicked: uploader.startUpload()
+    Keys.forwardTo: strayKeys
+
+    Timer {
+        id: strayTime
+
+        interval: Look.reactionTime
+    }
+
+    // A key that went down before is let go after, however late.
+    Item {
+        id: strayKeys
+
+        property bool expected: false
+
+        function take(event: var) {
+            event.accepted = expected && [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter].includes(event.key);
+        }
+
+        Keys.onPressed: event => {
+            expected = expected && (strayTime.running || event.isAutoRepeat);
+            take(event);
+        }
+        Keys.onReleased: event => take(event)
+    }
 
     contentItem: UploadButtonLabel {
         text: button.text
