@@ -87,7 +87,7 @@ void UploaderWindowTest::goneCancelButtonLeavesTheFocusAtUpload()
     m_fixture->item("cancelUploadButton")->forceActiveFocus(Qt::TabFocusReason);
     QTest::keyPress(&window, Qt::Key_Space);
     state().enter(UploadState::Completed);
-    QCOMPARE(m_fixture->focused(), "uploadButton");
+    QTRY_COMPARE(m_fixture->focused(), "uploadButton");
     QVERIFY(m_fixture->item("uploadButton")->property("visualFocus").toBool());
     // What was aimed at the other button does not upload it again, a key let go late included.
     m_fixture->press(Qt::Key_Return);

@@ -62,6 +62,7 @@ void PictureNode::show(std::shared_ptr<QSGTexture> texture, const std::vector<Pi
     }
     while (m_parts.size() < parts.size()) {
         m_parts.push_back({m_window.createImageNode(), {}});
+        m_parts.back().node->setTexture(texture.get()); // the scene looks at it as soon as it is in there
         appendChildNode(m_parts.back().node);
     }
     for (std::size_t i = 0; i < parts.size(); ++i) {

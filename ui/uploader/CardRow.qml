@@ -37,6 +37,7 @@ Item {
         width: row.width - x - Look.padding
         height: row.height - 2 * Look.padding
         uploader: row.uploader
-        onFocusLeft: visibly => formCard.focusUploadButton(visibly)
+        // The form, which rests while an upload goes on, may hear of its end after this.
+        onFocusLeft: visibly => Qt.callLater(formCard.focusUploadButton, visibly)
     }
 }
