@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace tessary::desktop {
@@ -31,7 +32,7 @@ public:
     void show(quint64 subject, const Notification& notification);
 
 Q_SIGNALS:
-    /// The person pressed the one of that subject.
+    /// The person pressed the one of that subject. Not told where the server brings up a window itself.
     /// @param token by which the compositor lets a window come to the front; may be empty
     void pressed(quint64 subject, const QString& token);
 
@@ -41,11 +42,13 @@ private Q_SLOTS:
     void forget(uint id);
 
 private:
+    void call(const QDBusMessage& message, std::function<void(const QDBusMessage&)> take);
     void listen();
     void send(quint64 subject, const Notification& notification);
 
     QDBusConnection m_bus;
     std::optional<QStringList> m_capabilities; ///< of the server, once it was asked
+    bool m_pressable = false;                  ///< it tells of the press
     QHash<quint64, uint> m_ids;                ///< as the server calls the last of each subject
     QString m_token;                           ///< comes just before the action
 };
