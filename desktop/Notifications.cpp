@@ -3,6 +3,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QVariantMap>
+#include <QVersionNumber>
 
 #include <utility>
 
@@ -20,6 +21,16 @@ QDBusMessage serverCall(const QString& method)
     return QDBusMessage::createMethodCall(service, path, service, method);
 }
 
+/// Whether the server brings up a window itself when a notification without actions is pressed, and does not
+/// let the program do so: GNOME Shell hands out tokens for that since 46.
+/// @param information name, maker and version of the server
+bool isOpener(const QVariantList& information)
+{
+    constexpr int firstWithTokens = 46;
+    return information.size() > 2 && information.at(0).toString() == QLatin1StringView("gnome-shell") &&
+           QVersionNumber::fromString(information.at(2).toString()).majorVersion() < firstWithTokens;
+}
+
 } // namespace
 
 Notifications::Notifications(QDBusConnection bus, QObject* parent) : QObject(parent), m_bus(std::move(bus)) {}
@@ -33,17 +44,27 @@ void Notifications::show(quint64 subject, const Notification& notification)
         send(subject, notification);
         return;
     }
-    auto* watcher =
-        new QDBusPendingCallWatcher(m_bus.asyncCall(serverCall(QStringLiteral("GetCapabilities"))), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, subject, notification] {
-        watcher->deleteLater();
-        const QDBusMessage answer = watcher->reply();
+    call(serverCall(QStringLiteral("GetCapabilities")), [=, this](const QDBusMessage& answer) {
         if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
             return; // asked again the next time: a server may come
         }
-        listen();
-        m_capabilities = answer.arguments().constFirst().toStringList();
-        send(subject, notification);
+        const QStringList capabilities = answer.arguments().constFirst().toStringList();
+        call(serverCall(QStringLiteral("GetServerInformation")), [=, this](const QDBusMessage& information) {
+            listen();
+            m_capabilities = capabilities;
+            m_pressable =
+                capabilities.contains(QStringLiteral("actions")) && !isOpener(information.arguments());
+            send(subject, notification);
+        });
+    });
+}
+
+void Notifications::call(const QDBusMessage& message, std::function<void(const QDBusMessage&)> take)
+{
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, take = std::move(take)] {
+        watcher->deleteLater();
+        take(watcher->reply());
     });
 }
 
@@ -70,21 +91,18 @@ void Notifications::send(quint64 subject, const Notification& notification)
     constexpr int untilItIsClosed = 0;
     const bool markup = m_capabilities->contains(QStringLiteral("body-markup"));
     QStringList actions;
-    if (m_capabilities->contains(QStringLiteral("actions"))) {
+    if (m_pressable) {
         actions = {defaultAction, QStringLiteral("Show")};
     }
     const QVariantMap hints{
         {QStringLiteral("desktop-entry"), applicationId},
         {QStringLiteral("urgency"), QVariant::fromValue(notification.urgent ? critical : normal)},
     };
-    QDBusMessage call = serverCall(QStringLiteral("Notify"));
-    call.setArguments({applicationName, m_ids.value(subject), applicationId, notification.title,
-                       markup ? notification.body.toHtmlEscaped() : notification.body, actions, hints,
-                       notification.urgent ? untilItIsClosed : asLongAsTheServerLikes});
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, subject] {
-        watcher->deleteLater();
-        const QDBusMessage answer = watcher->reply();
+    QDBusMessage notify = serverCall(QStringLiteral("Notify"));
+    notify.setArguments({applicationName, m_ids.value(subject), applicationId, notification.title,
+                         markup ? notification.body.toHtmlEscaped() : notification.body, actions, hints,
+                         notification.urgent ? untilItIsClosed : asLongAsTheServerLikes});
+    call(notify, [this, subject](const QDBusMessage& answer) {
         if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
             m_ids.insert(subject, answer.arguments().constFirst().toUInt());
         }

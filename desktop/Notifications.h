@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace tessary::desktop {
@@ -32,7 +33,7 @@ public:
     void show(quint64 subject, const Notification& notification);
 
 Q_SIGNALS:
-    /// The person pressed the one of that subject.
+    /// The person pressed the one of that subject. Not told where the server brings up a window itself.
     /// @param token by which the compositor lets a window come to the front; may be empty
     void pressed(quint64 subject, const QString& token);
 
@@ -42,6 +43,7 @@ private Q_SLOTS:
     void forget(uint id);
 
 private:
+    void call(const QDBusMessage& message, std::function<void(const QDBusMessage&)> take);
     void forgetServer();
     void listen();
     void send(quint64 subject, const Notification& notification);
@@ -49,6 +51,7 @@ private:
     QDBusConnection m_bus;
     QDBusServiceWatcher m_server;              ///< of nothing before one has answered
     std::optional<QStringList> m_capabilities; ///< of the server, once it was asked
+    bool m_pressable = false;                  ///< it tells of the press
     QHash<quint64, uint> m_ids;                ///< as the server calls the last of each subject
     QString m_token;                           ///< comes just before the action
 };

@@ -36,7 +36,8 @@ make_root() {
 # copy_project ROOT: the tree as git knows it, into the person's home.
 copy_project() {
     mkdir -p "$1/home/person/project"
-    git ls-files -z --cached --others --exclude-standard | tar --create --null --files-from=- --ignore-failed-read |
+    git ls-files -z --cached --others --exclude-standard ":!node_modules" |
+        tar --create --null --files-from=- --ignore-failed-read |
         tar --extract --directory "$1/home/person/project"
     chroot "$1" chown -R person: /home/person/project
 }

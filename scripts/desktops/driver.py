@@ -218,6 +218,7 @@ def is_notified(desktop):
     desktop.click(showing("Remove"))
     choose(desktop, SAMPLE)
     desktop.click(showing("Upload", "button"))
+    wait_for("transfer tool", lambda: processes("azcopy"))
     desktop.leave()
     wait_for("another window in front", lambda: not active_window())
     words = wait_for("notification", desktop.notification, 120)

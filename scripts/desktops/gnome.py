@@ -1,8 +1,10 @@
 """GNOME Shell without a screen. In its unsafe mode it runs what it is told to: so it is asked where windows lie, and
 given a keyboard and a pointer that exist only there."""
 
+import html
 import json
 import os
+import time
 
 from gi.repository import Gio, GLib
 
@@ -93,11 +95,12 @@ class Session(Desktop):
         self.evaluate(BUTTON.format(0))
 
     def leave(self):
+        time.sleep(1)  # at each change of the focus the toolkit asks for its window, and would have it brought back
         self.evaluate("global.display.focus_window.minimize(); true")
 
     def notification(self):
         words = self.evaluate(WORDS)
-        return words and tuple(words)
+        return words and (words[0], html.unescape(words[1]))  # the text is markup
 
     def press_notification(self):
         x, y, width, height = self.evaluate(PLACE)

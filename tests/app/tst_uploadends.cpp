@@ -126,7 +126,7 @@ void UploadEndsTest::isNotifiedOnlyWhereNobodyLooks()
                    : "never";
     };
     QCOMPARE(body(failed), "Upload failed: \"Harbor\" could not be uploaded: It broke.");
-    QCOMPARE(desktop.calls.size(), 2); // with the question before it, and nothing for what was seen
+    QCOMPARE(desktop.calls.size(), 3); // with the questions before it, and nothing for what was seen
     QCOMPARE(body({UploadEnd::Kind::Registered, "Harbor\nat  dawn", {}, fixture.state().number()}),
              "Upload complete: \"Harbor at dawn\" is in the library of " +
                  fixture.application().sessionManager()->workspaceName() + '.');

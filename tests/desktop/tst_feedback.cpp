@@ -13,6 +13,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <utility>
 
 using namespace tessary::desktop;
 using namespace tessary::testing;
@@ -68,23 +69,35 @@ void FeedbackTest::notifies_data()
     QTest::addColumn<bool>("urgent");
     QTest::addColumn<QString>("body");
     QTest::addColumn<QStringList>("actions");
-    QTest::newRow("plain") << QStringList{"body"} << false << "<b>A & B</b>" << QStringList();
+    QTest::addColumn<QVariantList>("information"); // name, maker, version, and that of what it follows
+    QTest::newRow("plain") << QStringList{"body"} << false << "<b>A & B</b>" << QStringList()
+                           << QVariantList();
     QTest::newRow("markup") << QStringList{"body", "body-markup"} << false << "&lt;b&gt;A &amp; B&lt;/b&gt;"
-                            << QStringList();
-    QTest::newRow("urgent, with actions")
-        << QStringList{"actions"} << true << "<b>A & B</b>" << QStringList{"default", "Show"};
+                            << QStringList() << QVariantList();
+    const QStringList show{"default", "Show"};
+    for (const auto& [version, actions] :
+         {std::pair{"46.0", show}, {"45.9", QStringList()}, {"", QStringList()}}) {
+        QTest::addRow("GNOME Shell %s", version)
+            << QStringList{"actions"} << true << "<b>A & B</b>" << actions
+            << QVariantList{"gnome-shell", "GNOME", version, "1.2"};
+    }
+    QTest::newRow("urgent, with actions") << QStringList{"actions"} << true << "<b>A & B</b>" << show
+                                          << QVariantList{"dunst", "knopwob", "1.9.0", "1.2"};
 }
 
 void FeedbackTest::notifies()
 {
     QFETCH(QStringList, capabilities);
     QFETCH(bool, urgent);
+    QFETCH(QVariantList, information);
     FakeService desktop(m_desktop, {server}, 7U);
     desktop.answers["GetCapabilities"] = capabilities;
+    desktop.answers["GetServerInformation"] = information;
     Notifications notifications(m_bus);
     notifications.show(1, {"<i>Title</i>", "<b>A & B</b>", urgent});
-    QTRY_COMPARE(desktop.calls,
-                 (QStringList{server + ".GetCapabilities " + serverPath, server + ".Notify " + serverPath}));
+    QTRY_COMPARE(desktop.calls, (QStringList{server + ".GetCapabilities " + serverPath,
+                                             server + ".GetServerInformation " + serverPath,
+                                             server + ".Notify " + serverPath}));
     QCOMPARE(desktop.arguments.at(0).toString(), "Tessary Uploader");
     QCOMPARE(desktop.arguments.at(1).toUInt(), 0U);
     QCOMPARE(desktop.arguments.at(2).toString(), "tessary_macos_uploader");
@@ -115,7 +128,7 @@ void FeedbackTest::noticesThePress()
     Notifications notifications(m_bus);
     const QSignalSpy pressed(&notifications, &Notifications::pressed);
     notifications.show(5, {"Title", "Body"});
-    QTRY_COMPARE(desktop.calls.size(), 2);
+    QTRY_COMPARE(desktop.calls.size(), 3);
     QVERIFY(settled(m_bus, m_desktop));
     send("ActivationToken", {8U, "not ours"});
     send("ActionInvoked", {8U, "default"});
@@ -131,7 +144,7 @@ void FeedbackTest::noticesThePress()
     send("ActionInvoked", {9U, "default"});
     QVERIFY(settled(m_bus, m_desktop));
     notifications.show(5, {"Title", "Body"});
-    QTRY_COMPARE(desktop.calls.size(), 3);
+    QTRY_COMPARE(desktop.calls.size(), 4);
     QCOMPARE(desktop.arguments.at(1).toUInt(), 0U); // there is none to replace
     QCOMPARE(pressed.count(), 2);
 }

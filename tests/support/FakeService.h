@@ -49,7 +49,9 @@ public:
             calls.append(message.interface() + u'.' + message.member() + u' ' + message.path());
             arguments = message.arguments();
         }
-        bus.send(message.createReply(answers.value(message.member(), m_answer)));
+        const QVariant answer = answers.value(message.member(), m_answer);
+        bus.send(message.createReply(answer.typeId() == QMetaType::QVariantList ? answer.toList()
+                                                                                : QVariantList{answer}));
         return true;
     }
 
@@ -63,7 +65,7 @@ public:
         m_bus.send(change);
     }
 
-    QHash<QString, QVariant> answers; ///< of some methods; all others get the one answer
+    QHash<QString, QVariant> answers; ///< of some methods, or lists of such; all others get the one answer
     QStringList calls;
     QVariantList arguments;
 

@@ -5,6 +5,7 @@
 #include <QDBusVirtualObject>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -65,6 +66,18 @@ QStringList notifications(QAccessibleInterface* node)
         all += notifications(node->child(index));
     }
     return all;
+}
+
+/// The names of notifications that have come up.
+QStringList comeUp;
+
+void noteWhatComesUp(QAccessibleEvent* event)
+{
+    const QAccessibleInterface* node = QAccessible::queryAccessibleInterface(event->object());
+    if (event->type() == QAccessible::ObjectShow && node != nullptr &&
+        node->role() == QAccessible::Notification) {
+        comeUp += node->text(QAccessible::Name);
+    }
 }
 
 /// The places in the tree of what has no name.
@@ -193,10 +206,18 @@ void AssistiveTest::statusIsSaid()
 
 void AssistiveTest::refusedKeyIsSaid()
 {
+    QAccessible::setActive(true);
+    comeUp.clear();
+    const auto before = QAccessible::installUpdateHandler(noteWhatComesUp);
+    const auto restore = qScopeGuard([before] { QAccessible::installUpdateHandler(before); });
     QVERIFY(m_fixture->driver().type("keyField", "wrong"));
     QVERIFY(m_fixture->click("submitKeyButton"));
-    QTRY_COMPARE(notifications(tree()), QStringList(m_fixture->session().signInProblem()));
+    QTRY_VERIFY(!notifications(tree()).isEmpty());
+    const QStringList problem(m_fixture->session().signInProblem());
+    QCOMPARE(notifications(tree()), problem);
     QCOMPARE(m_fixture->focused(), "keyField"); // first, as the focus cuts short what is being said
+    QVERIFY(m_fixture->showUploader());         // what goes with its screen is not said again
+    QCOMPARE(comeUp, problem);
 }
 
 QTEST_MAIN(AssistiveTest)

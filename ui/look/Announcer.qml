@@ -44,6 +44,7 @@ Item {
             Accessible.role: Accessible.Notification
             Accessible.name: text
             Accessible.ignored: text === ""
+            Component.onDestruction: visible = false // else it comes up once more as what it lies in goes
         }
     }
 }

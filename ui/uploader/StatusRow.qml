@@ -105,7 +105,7 @@ RowLayout {
         symbolColor: Look.systemRedColor
         onClicked: row.uploader.cancelUpload()
         onVisibleChanged: {
-            if (!visible && activeFocus)
+            if (!visible && focus)
                 row.focusLeft(visualFocus);
         }
     }

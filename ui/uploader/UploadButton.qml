@@ -9,7 +9,10 @@ PlainButton {
 
     /// From a control that has gone by itself. The keys that were aimed at that one press nothing here.
     function takeFocus(visibly: bool) {
-        forceActiveFocus(visibly ? Qt.TabFocusReason : Qt.OtherFocusReason);
+        if (visibly)
+            forceActiveFocus(Qt.TabFocusReason);
+        else
+            focus = true; // which a question over the screen may not lose
         strayKeys.expected = true;
         strayTime.restart();
     }
@@ -21,7 +24,7 @@ PlainButton {
     opacity: uploader.inputsReady ? 1 : 0.7
     text: uploader.isUploading ? qsTr("Uploading...") : qsTr("Upload")
     onClicked: uploader.startUpload()
-    Keys.forwardTo: strayKeys
+    Keys.forwardTo: [strayKeys]
 
     Timer {
         id: strayTime
