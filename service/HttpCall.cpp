@@ -95,14 +95,6 @@ QUrl redirectTarget(const QNetworkReply& reply)
     return location.isValid() ? reply.url().resolved(location) : QUrl();
 }
 
-bool sameOrigin(const QUrl& one, const QUrl& other)
-{
-    const auto port = [](const QUrl& url) {
-        return url.port(url.scheme() == QLatin1StringView("https") ? 443 : 80);
-    };
-    return one.scheme() == other.scheme() && one.host() == other.host() && port(one) == port(other);
-}
-
 /// The body of one request, which cannot be read again. When a connection ends before the answer, the network
 /// library would otherwise send the request up to two times more, and the service register a video each time.
 class SingleUseBody : public QIODevice
@@ -280,6 +272,14 @@ QNetworkAccessManager& sharedHttpSession()
 void endHttpSession()
 {
     delete std::exchange(theSession, nullptr);
+}
+
+bool sameOrigin(const QUrl& one, const QUrl& other)
+{
+    const auto port = [](const QUrl& url) {
+        return url.port(url.scheme() == QLatin1StringView("https") ? 443 : 80);
+    };
+    return one.scheme() == other.scheme() && one.host() == other.host() && port(one) == port(other);
 }
 
 QFuture<HttpOutcome> sendHttp(QNetworkRequest request, std::optional<QByteArray> body,

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QFuture>
 #include <QNetworkRequest>
+#include <QUrl>
 
 #include <chrono>
 #include <optional>
@@ -30,6 +31,9 @@ struct HttpOutcome
 
 /// Ends the session, and each request in flight with a failure. A next request makes a new one.
 void endHttpSession();
+
+/// Whether both addresses lead to one server by one scheme; a port that a scheme has anyhow may be left out.
+[[nodiscard]] bool sameOrigin(const QUrl& one, const QUrl& other);
 
 /// Sends one request: a POST when there is a body, a GET otherwise. The future is fulfilled exactly once;
 /// a stop fulfils it at once, with a failure of its own, and who awaits it resumes from the event loop.

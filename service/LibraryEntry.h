@@ -8,13 +8,13 @@ namespace tessary {
 /// A video as the library holds it after its registration.
 struct LibraryEntry
 {
-    qint64 id = 0;
+    qint64 id{};
     QString videoUrlLeft;
     QString videoName;
-    qint64 workspaceId = 0;
-    qint64 perspective = 0;
+    qint64 workspaceId{};
+    qint64 perspective{};
     QString fileFormat3D; ///< the code that was sent, not read from the answer
-    bool is3D = false;
+    bool is3D{};
 
     /// Decodes the service's answer. Throws LibraryDataError, after printing why: noData for a list,
     /// insertError for everything else that is no entry.

@@ -12,8 +12,8 @@ struct VideoRegistration
     QString uploadedUrl; ///< the blob's address, without the permission to write it
     std::optional<QString> uploadedUrlRight;
     QString fileFormat; ///< a display name of VideoFormat, sent as its code
-    bool is3D = false;
-    qint64 perspective = 0; ///< in degrees
+    bool is3D{};
+    qint64 perspective{}; ///< in degrees
     QString videoName;
 };
 

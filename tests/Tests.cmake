@@ -1,8 +1,9 @@
-# tessary_test(name [MUCH_MEMORY] LIBRARIES...): a test program of one file, name.cpp, run without a screen and apart from
-# this machine's desktop. A skip is no pass. Under the sanitizers what it frees is overwritten, since Qt's libraries are not
-# instrumented and would read it unnoticed; not with MUCH_MEMORY, since that takes too long where much is freed.
+# tessary_test(name [LONG] [MUCH_MEMORY] LIBRARIES...): a test program of one file, name.cpp, run without a screen and apart
+# from this machine's desktop. A skip is no pass. Under the sanitizers what it frees is overwritten, since Qt's libraries are
+# not instrumented and would read it unnoticed; not with MUCH_MEMORY, since that takes too long where much is freed. A LONG
+# one begins before the others.
 function(tessary_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "MUCH_MEMORY" "" "")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "LONG;MUCH_MEMORY" "" "")
     add_executable(${name} ${name}.cpp)
     target_link_libraries(${name} PRIVATE ${arg_UNPARSED_ARGUMENTS} Qt6::Test tessary_test_warnings)
     target_precompile_headers(${name} REUSE_FROM tessary_toolkit_of_tests)
@@ -20,4 +21,7 @@ function(tessary_test name)
         TIMEOUT 300
         FAIL_REGULAR_EXPRESSION "SKIP   :"
         ENVIRONMENT "${environment}")
+    if(arg_LONG)
+        set_tests_properties(${name} PROPERTIES COST 1)
+    endif()
 endfunction()

@@ -22,7 +22,6 @@ QList<qint64> sizesOf(const QList<QUrl>& files)
 TransferProgress::TransferProgress(const QList<QUrl>& files, Clock clock)
     : m_clock(std::move(clock)), m_estimate(sizesOf(files), m_clock().awake), m_asleep(m_clock().asleep)
 {
-    m_update.setSingleShot(true);
     connect(&m_update, &QTimer::timeout, this, &TransferProgress::update);
 }
 

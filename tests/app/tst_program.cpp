@@ -11,6 +11,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <csignal>
+
 using namespace tessary;
 using namespace Qt::StringLiterals;
 
@@ -68,6 +70,7 @@ void ProgramTest::startsUpToItsLoginScreen()
     QVERIFY2(program.state() == QProcess::Running, said);
     program.terminate();
     QTRY_COMPARE(program.state(), QProcess::NotRunning);
+    QCOMPARE(program.exitCode(), SIGTERM); // who asked sees why it ended
 }
 
 void ProgramTest::shortcutsWorkWhereverTheFocusIs_data()
@@ -175,6 +178,8 @@ void ProgramTest::windowIsShownInItsSizeWithTheWholeForm()
     QVERIFY(fixture.showUploader());
     QCOMPARE(first.sizes.value(&fixture.window()), fixture.window().size());
     QTRY_VERIFY(!QGuiApplication::windowIcon().pixmap(48).isNull()); // after the first frame
+    QCOMPARE(QGuiApplication::applicationName(), "tessary_macos_uploader");
+    QCOMPARE(QGuiApplication::desktopFileName(), "tessary_macos_uploader");
     QVERIFY(fixture.click("formatOption:Separate"));
     QVERIFY(fixture.driver().ready("rightEyePicker"));
     const QQuickItem* area = fixture.item("uploadButton");

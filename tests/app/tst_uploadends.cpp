@@ -1,6 +1,7 @@
 #include "testkit/ProgramFixture.h"
 #include "tests/support/FakeService.h"
 #include "tests/support/UploadFixture.h"
+#include "ui/uploader/UploaderStateHolder.h"
 #include "upload/UploadTask.h"
 
 #include <QGuiApplication>
@@ -38,12 +39,22 @@ class UploadEndsTest : public QObject
 {
     Q_OBJECT
 
+public Q_SLOTS:
+
+    void takeUpdate(const QString& /*entry*/, const QVariantMap& properties)
+    {
+        m_urgent = properties["urgent"].toBool();
+    }
+
 private Q_SLOTS:
     void isAnnounced_data();
     void isAnnounced();
     void isNotifiedOnlyWhereNobodyLooks();
     void isShownWhileUnderWay();
     void isExplained();
+
+private:
+    bool m_urgent = false; ///< as docks are told
 };
 
 void UploadEndsTest::isAnnounced_data()
@@ -107,10 +118,16 @@ void UploadEndsTest::isNotifiedOnlyWhereNobodyLooks()
     Stage stage;
     testkit::ProgramFixture& fixture = stage.program;
     QVERIFY(stage.start());
+    QVERIFY(bus.connect({}, {}, "com.canonical.Unity.LauncherEntry", "Update", this,
+                        SLOT(takeUpdate(QString, QVariantMap))));
     QVERIFY(fixture.program().openWindow());
+    QVERIFY(fixture.program().openWindow());
+    QQuickWindow* between = fixture.program().windows().at(1);
+    QTRY_VERIFY(between->findChild<UploaderStateHolder*>() != nullptr);
+    const quint64 screen = between->findChild<UploaderStateHolder*>()->state()->number();
     QTRY_VERIFY(QGuiApplication::focusWindow() != nullptr);
     UploadActivity& activity = *fixture.application().uploadActivity();
-    const UploadEnd failed{UploadEnd::Kind::UploadFailed, "Harbor", "It broke.", fixture.state().number()};
+    const UploadEnd failed{UploadEnd::Kind::UploadFailed, "Harbor", "It broke.", screen};
     activity.announceEnd(failed); // people see it
     {
         QWindow other; // takes the focus with it when it goes
@@ -127,18 +144,23 @@ void UploadEndsTest::isNotifiedOnlyWhereNobodyLooks()
     };
     QCOMPARE(body(failed), "Upload failed: \"Harbor\" could not be uploaded: It broke.");
     QCOMPARE(desktop.calls.size(), 3); // with the questions before it, and nothing for what was seen
-    QCOMPARE(body({UploadEnd::Kind::Registered, "Harbor\nat  dawn", {}, fixture.state().number()}),
+    QTRY_VERIFY(m_urgent);
+    QCOMPARE(body({UploadEnd::Kind::Registered, "Harbor\nat  dawn", {}, screen}),
              "Upload complete: \"Harbor at dawn\" is in the library of " +
                  fixture.application().sessionManager()->workspaceName() + '.');
-    QCOMPARE(body({UploadEnd::Kind::RegistrationFailed, QString(300, 'x'), "No.", fixture.state().number()}),
+    QCOMPARE(body({UploadEnd::Kind::RegistrationFailed, QString(300, 'x'), "No.", screen}),
              "Uploaded, but not in the library: \"" + QString(100, 'x') +
                  "…\" could not be added to the library: No.");
+    fixture.session().setWorkspaceData({});
+    QCOMPARE(body({UploadEnd::Kind::Registered, "Harbor", {}, screen}),
+             "Upload complete: \"Harbor\" is in the library.");
     QDBusMessage press =
         QDBusMessage::createSignal("/org/freedesktop/Notifications", server, "ActionInvoked");
     press.setArguments({3U, "default"});
     QVERIFY(settled(QDBusConnection::sessionBus(), bus));
     bus.send(press);
-    QTRY_COMPARE(QGuiApplication::focusWindow(), &fixture.window()); // not the one opened last
+    QTRY_COMPARE(QGuiApplication::focusWindow(), between);
+    QTRY_VERIFY(!m_urgent);
 }
 
 void UploadEndsTest::isShownWhileUnderWay()

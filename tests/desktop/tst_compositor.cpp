@@ -40,7 +40,7 @@ int main(int argc, char** argv)
 {
     QProcess server;
     server.start(QStringLiteral("Xvfb"), {QStringLiteral("-displayfd"), QStringLiteral("1")});
-    if (!server.waitForReadyRead()) {
+    if (!server.waitForReadyRead(-1)) {
         qFatal("No X server.");
     }
     qputenv("DISPLAY", ':' + server.readLine().trimmed());

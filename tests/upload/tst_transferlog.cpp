@@ -89,7 +89,7 @@ void TransferLogTest::numbersIgnoreTheUsersLocale()
     maker.start(QStringLiteral("localedef"),
                 {QStringLiteral("-i"), QStringLiteral("de_DE"), QStringLiteral("-f"), QStringLiteral("UTF-8"),
                  locales.filePath(QStringLiteral("comma"))});
-    QVERIFY2(maker.waitForFinished() && maker.exitCode() == 0, maker.readAllStandardError().constData());
+    QVERIFY2(maker.waitForFinished(-1) && maker.exitCode() == 0, maker.readAllStandardError().constData());
     qputenv("LOCPATH", locales.path().toLocal8Bit());
     QVERIFY(std::setlocale(LC_ALL, "comma") != nullptr);
     QCOMPARE(std::localeconv()->decimal_point, ",");
