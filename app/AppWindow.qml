@@ -99,6 +99,8 @@ Window {
         focus: !quitLoader.shown
         enabled: !quitLoader.shown
         onScreenChanged: {
+            if (item === null)
+                return; // on its way to the first one
             changeTime.restart();
             show();
         }

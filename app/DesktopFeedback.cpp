@@ -46,8 +46,8 @@ DesktopFeedback::DesktopFeedback(tessary_macos_uploaderApp& application) : m_app
     connect(activity, &UploadActivity::progressChanged, this,
             [this, activity] { m_launcherEntry.setProgress(activity->fractionSent()); });
     connect(activity, &UploadActivity::uploadEnded, this, &DesktopFeedback::tell);
-    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state == Qt::ApplicationActive) {
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
+        if (window != nullptr) {
             m_launcherEntry.setUrgent(false);
         }
     });

@@ -44,19 +44,21 @@ void Notifications::show(quint64 subject, const Notification& notification)
         send(subject, notification);
         return;
     }
-    call(serverCall(QStringLiteral("GetCapabilities")), [=, this](const QDBusMessage& answer) {
-        if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
-            return; // asked again the next time: a server may come
-        }
-        const QStringList capabilities = answer.arguments().constFirst().toStringList();
-        call(serverCall(QStringLiteral("GetServerInformation")), [=, this](const QDBusMessage& information) {
-            listen();
-            m_capabilities = capabilities;
-            m_pressable =
-                capabilities.contains(QStringLiteral("actions")) && !isOpener(information.arguments());
-            send(subject, notification);
-        });
-    });
+    call(serverCall(QStringLiteral("GetCapabilities")),
+         [this, subject, notification](const QDBusMessage& answer) {
+             if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
+                 return; // asked again the next time: a server may come
+             }
+             const QStringList capabilities = answer.arguments().constFirst().toStringList();
+             call(serverCall(QStringLiteral("GetServerInformation")),
+                  [this, subject, notification, capabilities](const QDBusMessage& information) {
+                      listen();
+                      m_capabilities = capabilities;
+                      m_pressable = capabilities.contains(QStringLiteral("actions")) &&
+                                    !isOpener(information.arguments());
+                      send(subject, notification);
+                  });
+         });
 }
 
 void Notifications::call(const QDBusMessage& message, std::function<void(const QDBusMessage&)> take)

@@ -121,6 +121,8 @@ class Session(Desktop):
         return None
 
     def speech(self):
+        # Orca keeps back what it has written until there is more of it: a key that does nothing brings more.
+        self.keys("shift")
         return re.findall(r"SPEECH OUTPUT: '(.*?)'", ORCA.read_text(errors="replace")) if ORCA.exists() else []
 
     def take_picture(self, path):
