@@ -3,6 +3,7 @@
 #include "app/tessary_macos_uploaderApp.h"
 
 #include <QGuiApplication>
+#include <QWindow>
 
 namespace tessary {
 namespace {
