@@ -33,6 +33,8 @@ NOTICE = re.compile(r"summary: '(.*?)'\n\s*body: '(.*?)'\n")
 class Session(Desktop):
     current = "openbox"
     dialog_owner = "xdg-desktop-portal-gtk"
+    #: when Orca was last made to write
+    nudged = 0
 
     def start(self):
         reading, writing = os.pipe()
@@ -121,8 +123,11 @@ class Session(Desktop):
         return None
 
     def speech(self):
-        # Orca keeps back what it has written until there is more of it: a key that does nothing brings more.
-        self.keys("shift")
+        # Orca keeps back what it has written until there is more of it: a key that does nothing brings more. Many of
+        # them would hold up what it says.
+        if time.monotonic() > self.nudged + 3:
+            self.nudged = time.monotonic()
+            self.keys("shift")
         return re.findall(r"SPEECH OUTPUT: '(.*?)'", ORCA.read_text(errors="replace")) if ORCA.exists() else []
 
     def take_picture(self, path):
