@@ -4,6 +4,7 @@
 #include "service/Diagnostics.h"
 #include "ui/uploader/UploaderStateHolder.h"
 
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQuickItem>
@@ -28,7 +29,10 @@ QIcon windowIcon()
 } // namespace
 
 Program::Program(const Configuration& configuration)
-    : m_application(configuration), m_desktopFeedback(m_application), m_windowComponent(&m_engine)
+    : m_fonts([] { QFontDatabase::families(); }),
+      m_application(configuration),
+      m_desktopFeedback(m_application),
+      m_windowComponent(&m_engine)
 {
     QGuiApplication::setApplicationName(QStringLiteral("tessary_macos_uploader"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessary Uploader"));

@@ -80,9 +80,12 @@ int main(int argc, char** argv)
     }
     const QByteArray kind = argv[1];
     const double start = QByteArray(argv[2]).toDouble();
-    desktop::prepareProcess();
+    const bool isBare = kind == "bare" || kind == "text";
+    if (!isBare) {
+        desktop::prepareProcess();
+    }
     const QGuiApplication application(argc, argv);
-    if (kind == "bare" || kind == "text") {
+    if (isBare) {
         return showBareWindow(kind == "text" ? "Text { text: 'One line of text' }" : "", start);
     }
     return showProgram(kind == "uploader", start);

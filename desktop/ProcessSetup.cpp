@@ -3,6 +3,7 @@
 #include <array>
 #include <csignal>
 #include <fcntl.h>
+#include <malloc.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
@@ -65,6 +66,9 @@ void prepareProcess()
     if (isAtEnd(STDIN_FILENO)) {
         giveIdleStandardInput();
     }
+    // The few threads seldom allocate at the same time, and a heap of its own for each would grow page by
+    // page.
+    mallopt(M_ARENA_MAX, 1);
     std::signal(SIGPIPE, SIG_IGN);
     const rlimit noCoreFile{0, 0};
     setrlimit(RLIMIT_CORE, &noCoreFile);

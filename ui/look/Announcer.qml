@@ -11,6 +11,8 @@ Item {
     function say(text: string) {
         if (text === "" || text === said && saidNow.running)
             return;
+        room.active = true;
+        const notes = room.item as Repeater;
         if (last >= 0)
             notes.itemAt(last).visible = false;
         said = text;
@@ -30,21 +32,25 @@ Item {
         interval: 5000
     }
 
-    // In turn: a screen reader may come to read a text only when the next ones are there already.
-    Repeater {
-        id: notes
+    // In turn: a screen reader may come to read a text only when the next ones are there already. Made with the first.
+    Loader {
+        id: room
 
-        model: 4
+        anchors.fill: parent
+        active: false
+        sourceComponent: Repeater {
+            model: 4
 
-        Item {
-            property string text
+            Item {
+                property string text
 
-            anchors.fill: parent
-            visible: false
-            Accessible.role: Accessible.Notification
-            Accessible.name: text
-            Accessible.ignored: text === ""
-            Component.onDestruction: visible = false // else it comes up once more as what it lies in goes
+                anchors.fill: parent
+                visible: false
+                Accessible.role: Accessible.Notification
+                Accessible.name: text
+                Accessible.ignored: text === ""
+                Component.onDestruction: visible = false // else it comes up once more as what it lies in goes
+            }
         }
     }
 }

@@ -48,6 +48,9 @@ QFont DesktopTheme::font() const
 
 QFont DesktopTheme::described(const QString& description, const QFont& otherwise)
 {
+    if (description.isEmpty()) { // mostly, and what reads descriptions is large
+        return otherwise;
+    }
     static const QRegularExpression form(
         QStringLiteral(
             "^(.+?)(?:[ ,]+(?:regular|normal|roman|book|thin|light|medium|bold|heavy|black|oblique|italic|"

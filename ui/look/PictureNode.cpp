@@ -60,19 +60,21 @@ void PictureNode::show(std::shared_ptr<QSGTexture> texture, const std::vector<Pi
         delete m_parts.back().node; // which takes itself out of the scene
         m_parts.pop_back();
     }
-    while (m_parts.size() < parts.size()) {
-        m_parts.push_back({m_window.createImageNode(), {}});
-        m_parts.back().node->setTexture(texture.get()); // the scene looks at it as soon as it is in there
-        appendChildNode(m_parts.back().node);
-    }
     for (std::size_t i = 0; i < parts.size(); ++i) {
         const auto& [from, to] = parts[i];
+        const bool fresh = i == m_parts.size();
+        if (fresh) {
+            m_parts.push_back({m_window.createImageNode(), {}});
+        }
         QSGImageNode& node = *m_parts[i].node;
         node.setTexture(texture.get());
         node.setSourceRect(from);
-        // What is one pixel wide looks the same wherever it is stretched to; smoothly, that would take long.
-        node.setFiltering(from.size() == to.size() ? QSGTexture::Linear : QSGTexture::Nearest);
         m_parts[i].to = to;
+        m_parts[i].stretched = from.size() != to.size();
+        if (fresh) { // only now: the scene looks at it at once
+            node.setRect(inPoints(to, scale));
+            appendChildNode(&node);
+        }
     }
     fill(plain);
     m_texture = std::move(texture); // only now: the parts let go of the one before
@@ -87,30 +89,36 @@ void PictureNode::fill(const PlainPart& plain)
         m_filled = nullptr;
         return;
     }
-    if (m_filled == nullptr) {
-        m_filled = m_window.createRectangleNode();
-        appendChildNode(m_filled);
-    }
-    m_filled->setColor(plain.color);
     m_filledTo = plain.to;
+    if (m_filled != nullptr) {
+        m_filled->setColor(plain.color);
+        return;
+    }
+    m_filled = m_window.createRectangleNode();
+    m_filled->setColor(plain.color);
+    appendChildNode(m_filled);
 }
 
 void PictureNode::preprocess()
 {
-    const QPointF shift = offGrid(*this, m_scale);
+    const std::optional<QPointF> shift = offGrid(*this, m_scale);
     if (shift != m_shift) {
         layOut(shift);
     }
 }
 
-void PictureNode::layOut(QPointF shift)
+void PictureNode::layOut(std::optional<QPointF> shift)
 {
     m_shift = shift;
-    for (const auto& [node, to] : m_parts) {
-        node->setRect(inPoints(to, m_scale).translated(shift));
+    const QPointF moved = shift.value_or(QPointF());
+    for (const auto& [node, to, stretched] : m_parts) {
+        // What is one pixel wide looks the same wherever it is stretched to; smoothly, that would take long.
+        // Off the grid, only what is smooth meets its neighbours.
+        node->setFiltering(stretched && shift ? QSGTexture::Nearest : QSGTexture::Linear);
+        node->setRect(inPoints(to, m_scale).translated(moved));
     }
     if (m_filled != nullptr) {
-        m_filled->setRect(inPoints(m_filledTo, m_scale).translated(shift));
+        m_filled->setRect(inPoints(m_filledTo, m_scale).translated(moved));
     }
 }
 

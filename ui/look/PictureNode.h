@@ -8,6 +8,7 @@
 #include <QSize>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QQuickWindow;
@@ -57,10 +58,11 @@ private:
     {
         QSGImageNode* node; ///< owned by the scene, as a child
         QRectF to;
+        bool stretched = false;
     };
 
     void fill(const PlainPart& plain);
-    void layOut(QPointF shift);
+    void layOut(std::optional<QPointF> shift);
 
     QQuickWindow& m_window;
     std::shared_ptr<QSGTexture> m_texture;
@@ -68,7 +70,7 @@ private:
     QSGRectangleNode* m_filled = nullptr; ///< owned like a part's
     QRectF m_filledTo;
     qreal m_scale = 1;
-    QPointF m_shift;
+    std::optional<QPointF> m_shift; ///< none off the grid
 };
 
 } // namespace tessary::look

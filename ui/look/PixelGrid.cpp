@@ -7,7 +7,7 @@
 
 namespace tessary::look {
 
-QPointF offGrid(const QSGNode& node, qreal scale)
+std::optional<QPointF> offGrid(const QSGNode& node, qreal scale)
 {
     QMatrix4x4 place;
     for (const QSGNode* above = node.parent(); above != nullptr; above = above->parent()) {
@@ -18,10 +18,10 @@ QPointF offGrid(const QSGNode& node, qreal scale)
     QMatrix4x4 moved;
     moved.translate(place(0, 3), place(1, 3), place(2, 3));
     if (!qFuzzyCompare(place, moved)) {
-        return {};
+        return std::nullopt;
     }
     const auto correction = [scale](qreal at) { return std::round(at * scale) / scale - at; };
-    return {correction(place(0, 3)), correction(place(1, 3))};
+    return QPointF(correction(place(0, 3)), correction(place(1, 3)));
 }
 
 } // namespace tessary::look
