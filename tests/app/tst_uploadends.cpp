@@ -122,8 +122,8 @@ void UploadEndsTest::isNotifiedOnlyWhereNobodyLooks()
     QVERIFY(fixture.program().openWindow());
     QVERIFY(fixture.program().openWindow());
     QQuickWindow* between = fixture.program().windows().at(1);
-    QTRY_VERIFY(between->findChild<UploaderStateHolder*>() != nullptr);
-    const FileUploaderState* screen = between->findChild<UploaderStateHolder*>()->state();
+    QVERIFY(testkit::WindowDriver(*between).ready("nameField"));
+    const UploadListener* screen = between->findChild<UploaderStateHolder*>()->state();
     QTRY_VERIFY(QGuiApplication::focusWindow() != nullptr);
     UploadActivity& activity = *fixture.application().uploadActivity();
     const UploadEnd failed{UploadEnd::Kind::UploadFailed, "Harbor", "It broke.", screen};
@@ -159,6 +159,7 @@ void UploadEndsTest::isNotifiedOnlyWhereNobodyLooks()
     QVERIFY(settled(QDBusConnection::sessionBus(), bus));
     bus.send(press);
     QTRY_COMPARE(QGuiApplication::focusWindow(), between);
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive); // of which this platform does not tell
     QTRY_VERIFY(!m_urgent);
 }
 
