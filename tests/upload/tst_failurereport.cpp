@@ -53,8 +53,8 @@ void FailureReportTest::explains_data()
     known("The place that the upload was sent to does not exist any more.",
           {"ContainerNotFound", "container does not exist", "container is being deleted"});
     known("The upload link has expired or was refused. Upload again to get a new one.",
-          {": 401 :", ": 403 :", "RESPONSE 401", "AuthenticationFailed", "Authorization failed",
-           "AuthorizationPermissionMismatch"});
+          {": 401 :", ": 403 :", "RESPONSE 401", "AuthenticationFailed", "Authentication failed",
+           "AuthorizationFailure", "AuthorizationPermissionMismatch"});
     known("The store cannot be reached. Check the connection to the network.",
           {"dial tcp", "no such host", "connection refused", "connection reset", "network is unreachable",
            "no route to host", "i/o timeout", "TLS handshake", "context deadline exceeded",
