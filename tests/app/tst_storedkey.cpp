@@ -75,6 +75,9 @@ void StoredKeyTest::keysSurviveInAFileOfTheirOwner()
     QVERIFY(store.write(QStringLiteral("key")));
     QCOMPARE(modeOf(file), 0600);
     QCOMPARE(QDir(QFileInfo(file).path()).entryList(QDir::Files).size(), 1);
+    QFile written(file);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QCOMPARE(written.readAll().simplified(), QByteArray(R"({ "apiKey": "key" })"));
     umask(before);
 }
 

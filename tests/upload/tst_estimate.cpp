@@ -183,6 +183,7 @@ void EstimateTest::words()
     QCOMPARE(sizeInWords(std::numeric_limits<qint64>::max()), "9.2 EB");
     QCOMPARE(percentOf(999, 1000), 99);
     QCOMPARE(percentOf(1000, 1000), 100);
+    QCOMPARE(percentOf(450'000'003, 1'000'000'007), 45);
     QVERIFY(!percentOf(0, 0));
     QCOMPARE(standstillInWords(179s), "no progress for 2 min");
 }

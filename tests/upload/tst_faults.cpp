@@ -128,7 +128,7 @@ void FaultsTest::service_data()
     both("refused", Trouble::ServiceDown, {},
          "The service could not be reached: the connection was refused.");
     both("unknown certificate", Trouble::UnknownCertificate, {},
-         "No secure connection to the service could be made: ");
+         "No secure connection to the service could be made: SSL handshake failed: ");
     both("signed out", Trouble::SignedOut, {}, "You have been signed out. Sign in and upload again.");
 }
 
