@@ -12,5 +12,5 @@ Loader {
     anchors.fill: parent
     z: 1
     active: control.down || control.hovered || control.visualFocus
-    source: "ControlMarks.qml"
+    source: Qt.resolvedUrl("ControlMarks.qml") // beside this file, not beside the button
 }

@@ -7,5 +7,5 @@ Loader {
 
     anchors.fill: parent
     active: shown
-    source: "TipBubble.qml"
+    source: Qt.resolvedUrl("TipBubble.qml") // beside this file, not beside the control
 }

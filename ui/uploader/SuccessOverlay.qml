@@ -17,7 +17,7 @@ Loader {
         if (!shown)
             goneNow.restart();
     }
-    source: "SuccessNotice.qml"
+    source: Qt.resolvedUrl("SuccessNotice.qml")
 
     Timer {
         id: goneNow
