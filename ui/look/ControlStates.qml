@@ -12,5 +12,5 @@ Loader {
     anchors.fill: parent
     z: 1
     active: control.down || control.hovered || control.visualFocus
-    source: Qt.resolvedUrl("ControlMarks.qml") // from here, not from where it is used
+    source: Qt.resolvedUrl("ControlMarks.qml") // beside this file, not beside the button
 }

@@ -7,5 +7,5 @@ Loader {
 
     anchors.fill: parent
     active: shown
-    source: Qt.resolvedUrl("TipBubble.qml") // from here, not from where it is used
+    source: Qt.resolvedUrl("TipBubble.qml") // beside this file, not beside the control
 }
