@@ -66,7 +66,8 @@ void prepareProcess()
     if (isAtEnd(STDIN_FILENO)) {
         giveIdleStandardInput();
     }
-    // The few threads seldom allocate at the same time, and a heap of its own for each would grow page by page.
+    // The few threads seldom allocate at the same time, and a heap of its own for each would grow page by
+    // page.
     mallopt(M_ARENA_MAX, 1);
     std::signal(SIGPIPE, SIG_IGN);
     const rlimit noCoreFile{0, 0};
