@@ -4,7 +4,6 @@
 #include "service/Diagnostics.h"
 #include "ui/uploader/UploaderStateHolder.h"
 
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQuickItem>
@@ -29,10 +28,7 @@ QIcon windowIcon()
 } // namespace
 
 Program::Program(const Configuration& configuration)
-    : m_fonts([] { QFontDatabase::families(); }),
-      m_application(configuration),
-      m_desktopFeedback(m_application),
-      m_windowComponent(&m_engine)
+    : m_application(configuration), m_desktopFeedback(m_application), m_windowComponent(&m_engine)
 {
     QGuiApplication::setApplicationName(QStringLiteral("tessary_macos_uploader"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessary Uploader"));

@@ -10,7 +10,6 @@
 #include <QSessionManager>
 
 #include <memory>
-#include <thread>
 #include <vector>
 
 class QQuickWindow;
@@ -61,9 +60,6 @@ private:
     void answerSession(QSessionManager& session);
     void show(quint64 screen, const QString& token);
 
-    /// Looks for the fonts while the first screen is read, which takes about as long. The toolkit guards them
-    /// by a lock.
-    std::jthread m_fonts;
     tessary_macos_uploaderApp m_application;
     DesktopFeedback m_desktopFeedback;
     desktop::CaretRest m_caretRest;
