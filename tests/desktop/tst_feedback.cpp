@@ -230,14 +230,14 @@ namespace {
 int runAsTheProgram()
 {
     const Termination termination;
-    QObject::connect(&termination, &Termination::requested, qApp, [] {
+    QObject::connect(&termination, &Termination::requested, QCoreApplication::instance(), [] {
         std::puts("asked"); // and not again
-        QTimer::singleShot(20, qApp, &QCoreApplication::quit);
+        QTimer::singleShot(20, QCoreApplication::instance(), &QCoreApplication::quit);
     });
     std::puts("ready");
     std::fflush(stdout);
     if (QCoreApplication::arguments().last() == "for a moment") {
-        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
     }
     QCoreApplication::exec();
     std::puts("in order");
