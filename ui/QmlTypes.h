@@ -16,7 +16,7 @@ struct AppManagerType
     Q_GADGET
     QML_FOREIGN(tessary::AppManager)
     QML_NAMED_ELEMENT(AppManager)
-    QML_UNCREATABLE("")
+    QML_UNCREATABLE("There is one for the whole run.")
 };
 
 struct SessionManagerType
@@ -24,7 +24,7 @@ struct SessionManagerType
     Q_GADGET
     QML_FOREIGN(tessary::SessionManager)
     QML_NAMED_ELEMENT(SessionManager)
-    QML_UNCREATABLE("")
+    QML_UNCREATABLE("There is one for the whole run.")
 };
 
 struct FailureReportType
@@ -32,7 +32,7 @@ struct FailureReportType
     Q_GADGET
     QML_FOREIGN(tessary::FailureReport)
     QML_NAMED_ELEMENT(FailureReport)
-    QML_UNCREATABLE("")
+    QML_UNCREATABLE("It comes with an upload that failed.")
 };
 
 struct UploaderStateFactoryType
@@ -40,7 +40,7 @@ struct UploaderStateFactoryType
     Q_GADGET
     QML_FOREIGN(tessary::UploaderStateFactory)
     QML_NAMED_ELEMENT(UploaderStateFactory)
-    QML_UNCREATABLE("")
+    QML_UNCREATABLE("There is one for the whole run.")
 };
 
 struct FileUploaderStateType
@@ -48,7 +48,7 @@ struct FileUploaderStateType
     Q_GADGET
     QML_FOREIGN(tessary::FileUploaderState)
     QML_NAMED_ELEMENT(FileUploaderState)
-    QML_UNCREATABLE("")
+    QML_UNCREATABLE("A screen gets its state from an UploaderStateHolder.")
 };
 
 } // namespace tessary::qml

@@ -232,7 +232,7 @@ int runAsTheProgram()
     const Termination termination;
     QObject::connect(&termination, &Termination::requested, QCoreApplication::instance(), [] {
         std::puts("asked"); // and not again
-        QTimer::singleShot(20, QCoreApplication::instance(), &QCoreApplication::quit);
+        QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
     });
     std::puts("ready");
     std::fflush(stdout);

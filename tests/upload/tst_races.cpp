@@ -113,10 +113,11 @@ public:
             return QStringLiteral("something goes on for ever");
         }
         if (m_fixture.registrations() + m_signedOut != m_completions) {
-            return QStringLiteral("%1 uploads completed, %2 were registered and %3 could not be")
+            return QStringLiteral("%1 uploads completed, %2 were registered and %3 could not be: %4")
                 .arg(m_completions)
                 .arg(m_fixture.registrations())
-                .arg(m_signedOut);
+                .arg(m_signedOut)
+                .arg(QStringList(m_refusals.begin(), m_refusals.end()).join(u' '));
         }
         QFile children(QStringLiteral("/proc/self/task/%1/children").arg(QCoreApplication::applicationPid()));
         if (children.open(QIODevice::ReadOnly) && !children.readAll().isEmpty()) {
@@ -144,6 +145,10 @@ private:
         QObject::connect(state, &FileUploaderState::logsChanged, state, [this, state] {
             ++m_said;
             m_signedOut += state->logs().endsWith(QLatin1StringView("upload again.\n\n")) ? 1U : 0U;
+            static const QRegularExpression refusal(QStringLiteral("API Error: .*"));
+            if (const auto refused = refusal.match(state->logs()); refused.hasMatch()) {
+                m_refusals.insert(refused.captured());
+            }
         });
         m_screens.push_back(screen);
     }
@@ -174,7 +179,8 @@ private:
     std::map<const FileUploaderState*, QString> m_current; ///< what each screen uploads
     std::set<const FileUploaderState*> m_cancelled;
     std::size_t m_completions = 0;
-    std::size_t m_signedOut = 0; ///< registrations that found no key
+    std::size_t m_signedOut = 0;  ///< registrations that found no key
+    std::set<QString> m_refusals; ///< what was said of registrations that failed
     int m_uploads = 0;
     int m_said = 0; ///< by statuses and logs, of all screens
     UploadFixture m_fixture;

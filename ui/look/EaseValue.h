@@ -1,56 +1,36 @@
 #pragma once
 
-#include <QAbstractAnimation>
-#include <QQmlParserStatus>
-#include <QtQml/qqml.h>
+#include "ui/look/FollowingValue.h"
 
 namespace tessary::look {
 
-/// A number that eases in and out from where it is to each new goal, frame by frame. The first goal is the
-/// first value. For what there is many of: an animation of the toolkit's, with its curve, takes far longer to
-/// make.
-class EaseValue : public QAbstractAnimation, public QQmlParserStatus
+/// A number that eases in and out from where it is to each new goal. For what there is many of: an animation
+/// of the toolkit's, with its curve, takes far longer to make.
+class EaseValue
+    : public tessary::look::FollowingValue // in full: the linter of the screens knows it by that name
 {
     Q_OBJECT
-    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
-    Q_PROPERTY(qreal goal READ goal WRITE setGoal NOTIFY goalChanged)
-    Q_PROPERTY(qreal value READ value NOTIFY valueChanged)
-    /// False lets the value be at its goal at once.
-    Q_PROPERTY(bool animated MEMBER m_animated)
     Q_PROPERTY(qreal seconds MEMBER m_seconds)
 
 public:
-    using QAbstractAnimation::QAbstractAnimation;
+    using FollowingValue::FollowingValue;
 
-    [[nodiscard]] qreal goal() const { return m_goal; }
-
-    void setGoal(qreal goal);
-
-    [[nodiscard]] qreal value() const { return m_value; }
+    [[nodiscard]] qreal value() const override { return m_value; }
 
     [[nodiscard]] int duration() const override { return qRound(m_seconds * 1000); }
 
-    void classBegin() override {}
-
-    void componentComplete() override { m_complete = true; }
-
-Q_SIGNALS:
-    void goalChanged();
-    void valueChanged();
-
 protected:
+    void setOff(qreal place) override { m_start = place; }
+
+    void settle() override { m_value = goal(); }
+
     void updateCurrentTime(int milliseconds) override;
 
 private:
-    void moveTo(qreal value);
-
-    bool m_animated = true;
     qreal m_seconds = 0.35;
     qreal m_start = 0;
-    qreal m_goal = 0;
     qreal m_value = 0;
-    bool m_complete = false;
 };
 
 } // namespace tessary::look
