@@ -51,6 +51,8 @@ void ContrastTest::initTestCase()
     m_portal = std::make_unique<testing::FakeService>(
         m_desktop, QStringList("org.freedesktop.portal.Desktop"), "not what was asked for");
     m_fixture = std::make_unique<testkit::ProgramFixture>();
+    // What comes in before the first turn of the loop could be overtaken by what comes in with it.
+    QVERIFY(testing::settled(QDBusConnection::sessionBus(), m_desktop));
     QQmlComponent holder(qmlEngine(&m_fixture->window()));
     holder.setData("import QtQml\nimport Tessary.Look\nQtObject { property QtObject look: Look }", {});
     m_holder.reset(holder.create());
