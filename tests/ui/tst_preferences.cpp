@@ -30,6 +30,7 @@ private Q_SLOTS:
     void colorsFollowTheDesktop();
     void highContrastDrawsEdges();
     void nothingMovesWithoutAnimations();
+    void nothingMovesUnseen();
     void textGrowsWithTheDesktops();
     void fontFollowsTheDesktops_data();
     void fontFollowsTheDesktops();
@@ -37,6 +38,18 @@ private Q_SLOTS:
 private:
     /// The desktop changes a setting; waits until the program has noticed it.
     void change(const QString& group, const QString& key, const QVariant& value);
+
+    /// Whether they step: the dot, and what goes round on the button.
+    [[nodiscard]] static QList<bool> stepping(const QQuickWindow& window)
+    {
+        QList<bool> found;
+        for (const QObject* timer : window.findChildren<QObject*>()) {
+            if (timer->property("stepsUp").isValid() || timer->objectName() == "turning") {
+                found.append(timer->property("running").toBool());
+            }
+        }
+        return found;
+    }
 
     /// The engine's object of that type of the look's module.
     [[nodiscard]] QObject& look(const QByteArray& type = "Look") const
@@ -116,19 +129,23 @@ void PreferencesTest::nothingMovesWithoutAnimations()
     QCOMPARE(m_fixture->item("uploadButton")->mapToScene({0, 0}).x(),
              m_fixture->item("nameField")->mapToScene({0, 0}).x());
     state().enter(UploadState::Requesting);
-    int pulses = 0;
-    for (const QObject* timer : m_fixture->window().findChildren<QObject*>()) {
-        if (timer->property("step").isValid() && timer->property("running").isValid()) {
-            QVERIFY(!timer->property("running").toBool()); // the dot's
-            ++pulses;
-        }
-        if (timer->property("spokes").isValid()) { // what goes round on the button
-            const auto* turning = timer->findChild<QObject*>("turning");
-            QVERIFY(turning != nullptr && !turning->property("running").toBool());
-            ++pulses;
-        }
+    QCOMPARE(stepping(m_fixture->window()), QList<bool>({false, false}));
+}
+
+/// In a window that stays when it is hidden.
+void PreferencesTest::nothingMovesUnseen()
+{
+    QQmlComponent component(qmlEngine(m_fixture->item("nameField")));
+    component.setData("import QtQuick; import Tessary; import Tessary.Look\n"
+                      "Window { visible: true; StateDot { busy: true } ActivityIndicator {} }",
+                      {});
+    const std::unique_ptr<QObject> created(component.create());
+    auto* window = qobject_cast<QQuickWindow*>(created.get());
+    QVERIFY(window != nullptr);
+    for (const bool seen : {true, false, true}) {
+        window->setVisible(seen);
+        QTRY_COMPARE(stepping(*window), QList<bool>({seen, seen}));
     }
-    QCOMPARE(pulses, 2);
 }
 
 void PreferencesTest::fontFollowsTheDesktops_data()

@@ -14,7 +14,7 @@ SpokeWheel {
         objectName: "turning"
         interval: Look.beat
         repeat: true
-        running: indicator.visible && Look.animations
+        running: indicator.visible && Look.animations && indicator.InView.exposed
         onTriggered: indicator.step = (indicator.step + 1) % indicator.spokes
     }
 }

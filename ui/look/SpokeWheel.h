@@ -22,7 +22,11 @@ public:
 
     [[nodiscard]] static int spokes() { return spokeCount; }
 
+    /// Paints all steps, side by side: one picture is enough for as long as the wheel turns.
     void paint(QPainter& painter, QSizeF size, qreal scale) const override;
+
+protected:
+    void showIn(PictureNode& node, QSize pixels, qreal scale) override;
 
 private:
     static constexpr int spokeCount = 8;

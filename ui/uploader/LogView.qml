@@ -14,16 +14,21 @@ ScrollArea {
     contentHeight: Math.max(height, log.implicitHeight + 2 * log.y)
     Component.onCompleted: {
         shownLogs = uploader.logs;
-        log.text = shownLogs;
+        log.insert(0, shownLogs);
     }
     onVisibleChanged: {
         if (visible)
             takeUp(false); // the log follows its end at the next change
     }
 
+    InView.onExposedChanged: {
+        if (visible && InView.exposed)
+            noticeChange();
+    }
+
     function noticeChange() {
-        // An announcement of what is shown already asks for no frame, and what cannot be seen waits until it can.
-        if (stale || !visible || uploader.logs === shownLogs)
+        // An announcement of what is shown already asks for no frame.
+        if (stale || uploader.logs === shownLogs)
             return;
         stale = true;
         if (Window.window)
@@ -36,10 +41,10 @@ ScrollArea {
         if (logs === shownLogs)
             return;
         // Adding at the end keeps a selection.
-        if (shownLogs !== "" && logs.startsWith(shownLogs))
-            log.insert(log.length, logs.substring(shownLogs.length));
-        else
-            log.text = logs;
+        const kept = logs.startsWith(shownLogs) ? shownLogs.length : 0;
+        if (kept < shownLogs.length)
+            log.clear();
+        log.insert(kept, logs.substring(kept));
         shownLogs = logs;
         if (follow)
             scrollToEnd();
@@ -51,6 +56,7 @@ ScrollArea {
         }
 
         target: view.uploader
+        enabled: view.visible && view.InView.exposed // what cannot be seen waits until it can
     }
 
     Connections {
@@ -78,6 +84,7 @@ ScrollArea {
         id: log
 
         objectName: "logText"
+        InView.culled: true
         x: 5
         y: 5
         width: view.width - 2 * x

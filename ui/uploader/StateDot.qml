@@ -27,7 +27,7 @@ Squircle {
 
         interval: Look.beat
         repeat: true
-        running: dot.busy && Look.animations
+        running: dot.busy && Look.animations && dot.InView.exposed
         onRunningChanged: step = 0
         onTriggered: {
             step = (step + 1) % (2 * stepsUp);

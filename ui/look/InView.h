@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QtQml/qqml.h>
+
+namespace tessary::look {
+
+/// Attached to an item: whether it can be seen, and that it takes no trouble over what cannot.
+class InView : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("It is attached to an item.")
+    QML_ATTACHED(InView)
+    /// The item's window is on the screen: it is open, and neither minimised nor covered as far as the desktop
+    /// tells.
+    Q_PROPERTY(bool exposed READ exposed NOTIFY exposedChanged)
+    /// A text makes nothing of the lines that are scrolled out of view. The toolkit does so by itself above
+    /// 10000 characters, and forgets it when the whole text is set anew instead of removed and inserted.
+    Q_PROPERTY(bool culled READ culled WRITE setCulled NOTIFY culledChanged)
+
+public:
+    /// The item is not owned, and owns this.
+    explicit InView(QQuickItem* item);
+
+    static InView* qmlAttachedProperties(QObject* item);
+
+    [[nodiscard]] bool exposed() const { return m_exposed; }
+
+    [[nodiscard]] bool culled() const { return m_item->flags().testFlag(QQuickItem::ItemObservesViewport); }
+
+    void setCulled(bool culled);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+Q_SIGNALS:
+    void exposedChanged();
+    void culledChanged();
+
+private:
+    void follow(QQuickWindow* window);
+    void look();
+
+    QQuickItem* m_item;
+    QPointer<QQuickWindow> m_window;
+    bool m_exposed = false;
+};
+
+} // namespace tessary::look
