@@ -28,6 +28,7 @@ struct Figure
 [[nodiscard]] std::vector<Figure> measureWaits();
 [[nodiscard]] std::vector<Figure> measureFrames();
 [[nodiscard]] std::vector<Figure> measureGrowth();
+[[nodiscard]] std::vector<Figure> measureTransfers();
 
 /// The value below which the given fraction of the values lies; 0.5 is the median. There must be a value.
 [[nodiscard]] double quantile(std::vector<double> values, double fraction);

@@ -3,12 +3,14 @@
 #include "benchmarks/Figure.h"
 #include "benchmarks/Rig.h"
 #include "benchmarks/Watch.h"
+#include "service/Workspace.h"
 
 #include <QQuickItem>
 #include <QWheelEvent>
 
 #include <array>
 #include <functional>
+#include <limits>
 
 namespace tessary::benchmarks {
 namespace {
@@ -30,13 +32,22 @@ void scroll(QQuickWindow& window, const QPointF& place, int notches)
     }
 }
 
+/// Every value of it is as long as they come.
+Workspace longWorkspace()
+{
+    constexpr qint64 most = std::numeric_limits<qint64>::max();
+    const QString text(2000, u'W');
+    return {most, text, text, most, true, true, most,
+            true, most, most, most, text, true, QStringList(1000, text),
+            text, text, text};
+}
+
 Figure frameFigure(const QString& name, const std::vector<double>& frames, double aim)
 {
     return {name,
-            QStringLiteral("%1 ms").arg(written(quantile(frames, 0.5), 1)),
+            QStringLiteral("%1 ms").arg(written(quantile(frames, 1), 1)),
             QStringLiteral("%1 frames").arg(frames.size()),
-            QStringLiteral("90 % %1, most %2")
-                .arg(written(quantile(frames, 0.9), 1), written(quantile(frames, 1), 1)),
+            QStringLiteral("the longest; 90 % %1").arg(written(quantile(frames, 0.9), 1)),
             QStringLiteral("all ≤ %1 ms").arg(aim),
             quantile(frames, 1) <= aim};
 }
@@ -70,6 +81,20 @@ std::vector<Figure> measureFrames()
                                                     window.resize(size - QSize(step, step) * 4);
                                                     runFor(std::chrono::milliseconds(50));
                                                 }
+                                            }},
+                                   Movement{"a name of 2000 characters",
+                                            [&] {
+                                                rig.state().setVideoName({});
+                                                runFor(std::chrono::milliseconds(100));
+                                                rig.state().setVideoName(QString(2000, u'W'));
+                                                runFor(std::chrono::milliseconds(200));
+                                            }},
+                                   Movement{"a workspace of 17 long fields",
+                                            [&] {
+                                                rig.fixture().session().setWorkspaceData({});
+                                                runFor(std::chrono::milliseconds(100));
+                                                rig.fixture().session().setWorkspaceData(longWorkspace());
+                                                runFor(std::chrono::milliseconds(200));
                                             }},
                                    Movement{"details toggled ten times", [&] {
                                                 for (int count = 0; count < 10; ++count) {

@@ -1,15 +1,19 @@
 #include "benchmarks/Rig.h"
 
 #include "standins/VideoLibrary.h"
+#include "testkit/ProcessUsage.h"
 
 #include <QEventLoop>
+#include <QFile>
 #include <QGuiApplication>
+#include <QQuickWindow>
 #include <QTimer>
 
 #include <csignal>
 #include <functional>
 #include <stdexcept>
 #include <sys/prctl.h>
+#include <xcb/xcb.h>
 
 namespace tessary::benchmarks {
 namespace {
@@ -34,6 +38,36 @@ void awaitChange(Sender& sender, void (Sender::*signal)(), const QString& what,
     }
 }
 
+ServiceProcess::Store storeFor(Rig::Tool tool)
+{
+    switch (tool) {
+    case Rig::Tool::Real:
+        return ServiceProcess::Store::Azurite;
+    case Rig::Tool::RealIntoSink:
+        return ServiceProcess::Store::Sink;
+    case Rig::Tool::RealOverLink:
+        return ServiceProcess::Store::Link;
+    case Rig::Tool::StandIn:
+        break;
+    }
+    return ServiceProcess::Store::None;
+}
+
+QStringList options(ServiceProcess::Store store)
+{
+    switch (store) {
+    case ServiceProcess::Store::Azurite:
+        return {QStringLiteral("--store")};
+    case ServiceProcess::Store::Sink:
+        return {QStringLiteral("--sink"), QStringLiteral("0")};
+    case ServiceProcess::Store::Link:
+        return {QStringLiteral("--sink"), QStringLiteral("120")};
+    case ServiceProcess::Store::None:
+        break;
+    }
+    return {};
+}
+
 } // namespace
 
 void require(bool done, const QString& what)
@@ -50,6 +84,22 @@ void runFor(std::chrono::milliseconds duration)
     loop.exec();
 }
 
+double cpuShareFor(std::chrono::milliseconds duration)
+{
+    const auto before = testkit::takeProcessUsage().ownCpu;
+    runFor(duration);
+    return std::chrono::duration<double>(testkit::takeProcessUsage().ownCpu - before) /
+           std::chrono::duration<double>(duration);
+}
+
+void takeFromTheScreen(const QQuickWindow& window)
+{
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    require(x11 != nullptr, QStringLiteral("an X server"));
+    xcb_unmap_window(x11->connection(), static_cast<xcb_window_t>(window.winId()));
+    xcb_flush(x11->connection());
+}
+
 QString standInFolder()
 {
     return QCoreApplication::applicationDirPath() + QStringLiteral("/stand-in");
@@ -60,9 +110,7 @@ ServiceProcess::ServiceProcess(Store store)
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
     m_process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/tessary_local_service"),
-                    store == Store::Azurite ? QStringList{QStringLiteral("--store")}
-                    : store == Store::Sink  ? QStringList{QStringLiteral("--sink")}
-                                            : QStringList{});
+                    options(store));
     while (!m_process.canReadLine()) {
         require(m_process.waitForReadyRead(startMilliseconds),
                 QStringLiteral("the start of the local service"));
@@ -87,14 +135,19 @@ double ServiceProcess::takeTransferTime()
 }
 
 Rig::Rig(Tool tool)
-    : m_service(tool == Tool::Real           ? ServiceProcess::Store::Azurite
-                : tool == Tool::RealIntoSink ? ServiceProcess::Store::Sink
-                                             : ServiceProcess::Store::None),
+    : m_service(storeFor(tool)),
       m_fixture(m_service.baseUrl(), tool == Tool::StandIn ? standInFolder() : standardResourcesFolder())
 {
     qputenv("AZCOPY_LOG_LOCATION", m_fixture.pathOf(QStringLiteral("azcopy")).toUtf8());
     qputenv("AZCOPY_JOB_PLAN_LOCATION", m_fixture.pathOf(QStringLiteral("azcopy")).toUtf8());
     require(m_fixture.signIn(standins::localWorkspaces().front().key), QStringLiteral("signing in"));
+}
+
+QString Rig::makeFile(const QString& name, qint64 size) const
+{
+    QFile file(m_fixture.pathOf(name));
+    require(file.open(QIODevice::WriteOnly) && file.resize(size), file.errorString());
+    return file.fileName();
 }
 
 void Rig::choose(const QString& file)

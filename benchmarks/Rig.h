@@ -15,7 +15,7 @@ namespace tessary::benchmarks {
 class ServiceProcess
 {
 public:
-    enum class Store { None, Azurite, Sink };
+    enum class Store { None, Azurite, Sink, Link };
 
     explicit ServiceProcess(Store store);
     ~ServiceProcess();
@@ -37,13 +37,17 @@ private:
 class Rig
 {
 public:
-    /// The transfer tool: the real one with a real blob store or with one that forgets all, or the stand-in.
-    enum class Tool { Real, RealIntoSink, StandIn };
+    /// The transfer tool: the real one with a real blob store or with one that forgets all, at once or over a
+    /// link of 120 MiB/s, or the stand-in.
+    enum class Tool { Real, RealIntoSink, RealOverLink, StandIn };
 
     explicit Rig(Tool tool);
 
     /// What the window's screen shows.
     [[nodiscard]] FileUploaderState& state() const { return m_fixture.state(); }
+
+    /// A file of that size without any content, which reads as zeros from no disk. It goes with the object.
+    [[nodiscard]] QString makeFile(const QString& name, qint64 size) const;
 
     /// Drops the file on the form and names the video.
     void choose(const QString& file);
@@ -73,6 +77,12 @@ private:
 
 /// Runs the event loop for that long and does nothing else.
 void runFor(std::chrono::milliseconds duration);
+
+/// The same; how much of a core this process used meanwhile, children excluded.
+[[nodiscard]] double cpuShareFor(std::chrono::milliseconds duration);
+
+/// As when it is minimised: the window is there, and nothing of it can be seen.
+void takeFromTheScreen(const QQuickWindow& window);
 
 /// Throws std::runtime_error unless the thing was done.
 void require(bool done, const QString& what);

@@ -3,22 +3,19 @@
 #include "service/APIService.h"
 #include "service/Diagnostics.h"
 #include "standins/VideoLibrary.h"
-#include "testkit/ProcessUsage.h"
 
 #include <QCoro/QCoroTask>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFile>
-#include <QRandomGenerator>
 
-#include <array>
+#include <numeric>
 #include <sys/resource.h>
 
 namespace tessary::benchmarks {
 namespace {
 
 constexpr int pairs = 10;
-constexpr qint64 fileBytes = 2560LL * 1024 * 1024;
+constexpr qint64 fileBytes = 4LL * 1024 * 1024 * 1024;
 constexpr double aim = 1.02;
 
 /// Of one whole upload, in seconds.
@@ -27,7 +24,6 @@ struct Run
     double whole;    ///< from the click, or from the start of the tool, to the end
     double transfer; ///< from the first block to the last
     double toolCpu;
-    double ownCpu = 0; ///< of this process
 };
 
 /// Processor seconds of the children that have ended.
@@ -39,20 +35,6 @@ double childrenCpu()
         return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
     };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-void writeRandomFile(const QString& path)
-{
-    QFile file(path);
-    require(file.open(QIODevice::WriteOnly), file.errorString());
-    std::vector<quint32> block(1024 * 1024);
-    for (qint64 left = fileBytes; left > 0;) {
-        QRandomGenerator::global()->fillRange(block.data(), static_cast<qsizetype>(block.size()));
-        const qint64 written = file.write(reinterpret_cast<const char*>(block.data()),
-                                          static_cast<qint64>(block.size() * sizeof(quint32)));
-        require(written > 0, file.errorString());
-        left -= written;
-    }
 }
 
 /// The tool started with nothing around it.
@@ -80,35 +62,19 @@ Run runBareTool(Rig& rig, const QString& file)
     return {whole, rig.service().takeTransferTime() / 1e3, childrenCpu() - before};
 }
 
-Run runUpload(Rig& rig, bool showDetails)
+Run runUpload(Rig& rig)
 {
-    rig.state().setShowDetails(showDetails);
-    require(rig.fixture().driver().ready(QStringLiteral("uploadButton")),
-            QStringLiteral("the upload button"));
     QElapsedTimer clock;
-    const double childrenBefore = childrenCpu();
-    const auto before = testkit::takeProcessUsage().ownCpu;
+    const double before = childrenCpu();
     QObject::connect(
         &rig.state(), &FileUploaderState::isUploadingChanged, &rig.state(), [&clock] { clock.start(); },
         Qt::SingleShotConnection);
     rig.click("uploadButton");
     rig.await(UploadState::Completed);
-    const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
-    const std::chrono::duration<double> used = testkit::takeProcessUsage().ownCpu - before;
+    const double whole = static_cast<double>(clock.nsecsElapsed()) / 1e9;
     rig.awaitIdle();
     runFor(std::chrono::seconds(3)); // the success overlay comes and goes
-    return {seconds, rig.service().takeTransferTime() / 1e3, childrenCpu() - childrenBefore, used.count()};
-}
-
-Figure shareFigure(const QString& name, const std::vector<double>& shares, double bound)
-{
-    const double share = quantile(shares, 0.5);
-    return {name,
-            written(share * 100, 2) + QStringLiteral(" %"),
-            QStringLiteral("one core"),
-            QStringLiteral("highest %1 %").arg(written(quantile(shares, 1) * 100, 2)),
-            QStringLiteral("< %1 %").arg(bound * 100),
-            share < bound};
+    return {whole, rig.service().takeTransferTime() / 1e3, childrenCpu() - before};
 }
 
 /// One part of the program's uploads beside the same of the bare ones, pair by pair.
@@ -123,11 +89,14 @@ Figure pairFigure(const QString& name, const std::vector<Run>& ours, const std::
         bareValues.push_back(bare[pair].*part);
         ratios.push_back(values.back() / bareValues.back());
     }
-    const double ratio = quantile(ratios, 0.5);
+    const auto sum = [](const std::vector<double>& all) {
+        return std::accumulate(all.begin(), all.end(), 0.0);
+    };
+    const double ratio = sum(values) / sum(bareValues);
     return {
         name,
-        written(quantile(values, 0.5), 2) + QStringLiteral(" s"),
-        QStringLiteral("bare AzCopy: %1 s").arg(written(quantile(bareValues, 0.5), 2)),
+        written(sum(values) / pairs, 2) + QStringLiteral(" s"),
+        QStringLiteral("bare AzCopy: %1 s").arg(written(sum(bareValues) / pairs, 2)),
         QStringLiteral("%1 times (half of them %2 to %3)")
             .arg(written(ratio, 3), written(quantile(ratios, 0.25), 3), written(quantile(ratios, 0.75), 3)),
         QStringLiteral("≤ %1").arg(aim),
@@ -138,22 +107,17 @@ Figure pairFigure(const QString& name, const std::vector<Run>& ours, const std::
 
 std::vector<Figure> measureUploads()
 {
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("long.mp4"));
-    writeRandomFile(file);
     Rig rig(Rig::Tool::RealIntoSink);
+    const QString file = rig.makeFile(QStringLiteral("long.mp4"), fileBytes);
     rig.choose(file);
     std::vector<Run> bare;
     std::vector<Run> ours;
-    std::array<std::vector<double>, 2> shares; // details hidden, details shown
     for (int pair = 0; pair < pairs; ++pair) {
         const bool bareFirst = pair % 2 == 0;
         if (bareFirst) {
             bare.push_back(runBareTool(rig, file));
         }
-        const bool showDetails = pair % 4 < 2;
-        ours.push_back(runUpload(rig, showDetails));
-        shares.at(showDetails ? 1 : 0).push_back(ours.back().ownCpu / ours.back().whole);
+        ours.push_back(runUpload(rig));
         if (!bareFirst) {
             bare.push_back(runBareTool(rig, file));
         }
@@ -162,12 +126,10 @@ std::vector<Figure> measureUploads()
                      .arg(pairs)
                      .arg(written(bare.back().whole, 2), written(ours.back().whole, 2)));
     }
-    const QString size = QStringLiteral("upload of 2.5 GiB, %1");
+    const QString size = QStringLiteral("upload of 4 GiB, %1");
     return {pairFigure(size.arg(QStringLiteral("click to the end")), ours, bare, &Run::whole),
             pairFigure(size.arg(QStringLiteral("first block to the last")), ours, bare, &Run::transfer),
-            pairFigure(size.arg(QStringLiteral("CPU of the tool")), ours, bare, &Run::toolCpu),
-            shareFigure(QStringLiteral("own CPU while uploading, details shown"), shares.at(1), 0.012),
-            shareFigure(QStringLiteral("own CPU while uploading, details hidden"), shares.at(0), 0.01)};
+            pairFigure(size.arg(QStringLiteral("CPU of the tool")), ours, bare, &Run::toolCpu)};
 }
 
 } // namespace tessary::benchmarks

@@ -2,11 +2,11 @@
 #include "benchmarks/Rig.h"
 #include "benchmarks/Watch.h"
 #include "service/Diagnostics.h"
-#include "testkit/ProcessUsage.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
+#include <QQuickWindow>
 #include <QTimer>
 
 namespace tessary::benchmarks {
@@ -21,15 +21,7 @@ double lastNotedStop()
     return note.readAll().trimmed().split('\n').back().toDouble() / 1e6;
 }
 
-double cpuShareFor(std::chrono::seconds duration)
-{
-    const auto before = testkit::takeProcessUsage().ownCpu;
-    runFor(duration);
-    return std::chrono::duration<double>(testkit::takeProcessUsage().ownCpu - before) /
-           std::chrono::duration<double>(duration);
-}
-
-Figure idleFigure(const QString& name, double share)
+Figure idleFigure(QLatin1StringView name, double share)
 {
     constexpr double aim = 0.0005;
     return {QStringLiteral("CPU when idle, ") + name,
@@ -44,15 +36,27 @@ Figure idleFigure(const QString& name, double share)
 
 std::vector<Figure> measureIdleness()
 {
-    constexpr std::chrono::seconds watched{30};
+    constexpr std::chrono::seconds watched{20};
     Rig rig(Rig::Tool::StandIn);
+    std::vector<Figure> figures;
+    const auto take = [&figures, watched](const char* name) {
+        figures.push_back(idleFigure(QLatin1StringView(name), cpuShareFor(watched)));
+    };
     runFor(std::chrono::seconds(3)); // the screen comes in
-    const double fresh = cpuShareFor(watched);
+    take("signed in");
     rig.choose(videoFolder + QStringLiteral("good.mp4"));
     runFor(std::chrono::seconds(12)); // the cursor comes to rest
-    const double typing = cpuShareFor(watched);
-    return {idleFigure(QStringLiteral("signed in"), fresh),
-            idleFigure(QStringLiteral("a name typed and left"), typing)};
+    take("a name typed and left");
+    QWindow other;
+    other.show();
+    other.requestActivate();
+    runFor(std::chrono::seconds(1));
+    require(other.isActive(), QStringLiteral("the focus in another window"));
+    take("the focus elsewhere");
+    require(rig.fixture().program().openWindow(), QStringLiteral("a window"));
+    runFor(std::chrono::seconds(12));
+    take("two windows");
+    return figures;
 }
 
 std::vector<Figure> measureCancelling()

@@ -33,7 +33,7 @@ constexpr std::array measurements{
     Measurement{"cancel", measureCancelling}, Measurement{"loop", measureEventLoop},
     Measurement{"log", measureLog},           Measurement{"wait", measureWaits},
     Measurement{"frames", measureFrames},     Measurement{"growth", measureGrowth},
-    Measurement{"upload", measureUploads},
+    Measurement{"upload", measureUploads},    Measurement{"transfer", measureTransfers},
 };
 
 void printHead()

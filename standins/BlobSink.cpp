@@ -1,11 +1,13 @@
 #include "standins/BlobSink.h"
 
 #include <QTcpSocket>
+#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 namespace tessary::standins {
 namespace {
@@ -25,7 +27,7 @@ QByteArray head(const char* status, qint64 length)
 
 } // namespace
 
-BlobSink::BlobSink()
+BlobSink::BlobSink(qint64 bytesPerSecond) : m_bytesPerSecond(bytesPerSecond)
 {
     if (!m_server.listen(QHostAddress::LocalHost)) {
         throw std::runtime_error("The sink cannot listen.");
@@ -66,9 +68,21 @@ void BlobSink::take(QTcpSocket& connection, Request& request)
         if (request.missing > 0) {
             return;
         }
-        answer(connection, request);
-        request = {};
+        const auto delay = std::chrono::duration<double, std::milli>(delayOf(request.length));
+        QTimer::singleShot(
+            std::chrono::round<std::chrono::milliseconds>(delay), Qt::PreciseTimer, &connection,
+            [this, &connection, complete = std::exchange(request, {})] { answer(connection, complete); });
     }
+}
+
+double BlobSink::delayOf(qint64 bytes)
+{
+    if (m_bytesPerSecond == 0) {
+        return 0;
+    }
+    m_linkIsFree = std::max(m_linkIsFree, now()) +
+                   static_cast<double>(bytes) * 1000 / static_cast<double>(m_bytesPerSecond);
+    return m_linkIsFree - now();
 }
 
 /// The head is there.

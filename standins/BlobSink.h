@@ -19,7 +19,8 @@ class BlobSink : public QObject
     Q_OBJECT
 
 public:
-    BlobSink();
+    /// Takes that much at most of all uploads together, as a link does; 0 is as fast as it comes.
+    explicit BlobSink(qint64 bytesPerSecond = 0);
 
     [[nodiscard]] BlobStore store() const;
 
@@ -48,9 +49,13 @@ private:
 
     void take(QTcpSocket& connection, Request& request);
     void begin(Request& request);
+    /// In milliseconds: how long that many bytes more are still on their way.
+    [[nodiscard]] double delayOf(qint64 bytes);
     void answer(QTcpSocket& connection, const Request& request);
 
     QTcpServer m_server;
+    qint64 m_bytesPerSecond;
+    double m_linkIsFree = 0;         ///< when, in milliseconds of the monotonic clock
     QHash<QByteArray, Blob> m_blobs; ///< by their path
 };
 

@@ -1,9 +1,10 @@
 // The local service, and a blob store where it is asked for, as a process of their own: what they use is then
 // not the program's. Prints the API root and lives until its standard input ends.
 //   --store               with a blob store
-//   --sink                with one that forgets what it gets, and prints for each upload when its first block
-//   came and when
-//                         it was complete, in milliseconds of the monotonic clock
+//   --sink MIB            with one that forgets what it gets, that much a second at most or as fast as it
+//   comes with 0;
+//                         prints for each upload when its first block came and when it was complete, in
+//                         milliseconds of the monotonic clock
 //   --tls CERTIFICATE KEY speaks TLS, with what these files hold as PEM, on the port of HTTPS
 
 #include "service/Diagnostics.h"
@@ -61,8 +62,9 @@ int main(int argc, char** argv)
             }
         }
         std::optional<BlobSink> sink;
-        if (arguments.contains(QStringLiteral("--sink"))) {
-            QObject::connect(&sink.emplace(), &BlobSink::committed, [](double firstBlock, double commit) {
+        if (const qsizetype rate = arguments.indexOf(QStringLiteral("--sink")); rate >= 0) {
+            sink.emplace(arguments.value(rate + 1).toLongLong() * 1024 * 1024);
+            QObject::connect(&*sink, &BlobSink::committed, [](double firstBlock, double commit) {
                 printLine(QStringLiteral("%1 %2").arg(firstBlock, 0, 'f', 3).arg(commit, 0, 'f', 3));
             });
         }
