@@ -8,7 +8,6 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 
-#include <numeric>
 #include <sys/resource.h>
 
 namespace tessary::benchmarks {
@@ -89,14 +88,11 @@ Figure pairFigure(const QString& name, const std::vector<Run>& ours, const std::
         bareValues.push_back(bare[pair].*part);
         ratios.push_back(values.back() / bareValues.back());
     }
-    const auto sum = [](const std::vector<double>& all) {
-        return std::accumulate(all.begin(), all.end(), 0.0);
-    };
-    const double ratio = sum(values) / sum(bareValues);
+    const double ratio = quantile(ratios, 0.5);
     return {
         name,
-        written(sum(values) / pairs, 2) + QStringLiteral(" s"),
-        QStringLiteral("bare AzCopy: %1 s").arg(written(sum(bareValues) / pairs, 2)),
+        written(quantile(values, 0.5), 2) + QStringLiteral(" s"),
+        QStringLiteral("bare AzCopy: %1 s").arg(written(quantile(bareValues, 0.5), 2)),
         QStringLiteral("%1 times (half of them %2 to %3)")
             .arg(written(ratio, 3), written(quantile(ratios, 0.25), 3), written(quantile(ratios, 0.75), 3)),
         QStringLiteral("≤ %1").arg(aim),
@@ -110,6 +106,7 @@ std::vector<Figure> measureUploads()
     Rig rig(Rig::Tool::RealIntoSink);
     const QString file = rig.makeFile(QStringLiteral("long.mp4"), fileBytes);
     rig.choose(file);
+    runBareTool(rig, file); // the first one finds nothing of the file in memory
     std::vector<Run> bare;
     std::vector<Run> ours;
     for (int pair = 0; pair < pairs; ++pair) {

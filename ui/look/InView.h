@@ -18,8 +18,8 @@ class InView : public QObject
     /// The item's window is on the screen: it is open, and neither minimised nor covered as far as the desktop
     /// tells.
     Q_PROPERTY(bool exposed READ exposed NOTIFY exposedChanged)
-    /// A text makes nothing of the lines that are scrolled out of view. The toolkit does so by itself above
-    /// 10000 characters, and forgets it when the whole text is set anew instead of removed and inserted.
+    /// A text makes nothing of the lines that are scrolled out of view. The toolkit decides so by itself, for
+    /// more than 10000 characters, whenever the whole text is set.
     Q_PROPERTY(bool culled READ culled WRITE setCulled NOTIFY culledChanged)
 
 public:

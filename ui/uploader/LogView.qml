@@ -10,11 +10,13 @@ ScrollArea {
     required property FileUploaderState uploader
     property string shownLogs
     property bool stale: false
+    property int worn: 0 ///< characters inserted since the text was last set as a whole
+    readonly property int bearable: 20000 ///< the toolkit keeps until then what was removed, and is slowed down by it
 
     contentHeight: Math.max(height, log.implicitHeight + 2 * log.y)
     Component.onCompleted: {
         shownLogs = uploader.logs;
-        log.insert(0, shownLogs);
+        setWhole(shownLogs);
     }
     onVisibleChanged: {
         if (visible)
@@ -35,16 +37,32 @@ ScrollArea {
             Window.window.update();
     }
 
+    function setWhole(text: string) {
+        log.text = text;
+        log.InView.culled = true; // which that takes back
+        worn = 0;
+    }
+
+    // How much of the end of what was is the start of what is. Laid out once, it stays so, with its selection, while the log
+    // loses its first lines to new ones.
+    function common(before: string, now: string): int {
+        const from = now.startsWith(before) ? 0 : before.indexOf(now.substring(0, 50));
+        return from >= 0 && now.startsWith(before.substring(from)) ? before.length - from : 0;
+    }
+
     function takeUp(follow: bool) {
         stale = false;
         const logs = uploader.logs;
         if (logs === shownLogs)
             return;
-        // Adding at the end keeps a selection.
-        const kept = logs.startsWith(shownLogs) ? shownLogs.length : 0;
-        if (kept < shownLogs.length)
-            log.clear();
-        log.insert(kept, logs.substring(kept));
+        const kept = worn < bearable && log.length === shownLogs.length ? common(shownLogs, logs) : 0;
+        if (kept === 0) {
+            setWhole(logs);
+        } else {
+            log.remove(0, shownLogs.length - kept);
+            log.insert(kept, logs.substring(kept));
+            worn += logs.length - kept;
+        }
         shownLogs = logs;
         if (follow)
             scrollToEnd();
@@ -84,7 +102,6 @@ ScrollArea {
         id: log
 
         objectName: "logText"
-        InView.culled: true
         x: 5
         y: 5
         width: view.width - 2 * x
