@@ -192,6 +192,12 @@ void DesktopTest::followsTheAppearance()
     portal.announce(group, key, value);
     settle();
     QCOMPARE(said(told), expected);
+    QCOMPARE(told.changedFont(), QString());
+    const QString font = QStringLiteral("font-name");
+    portal.announce(QStringLiteral("org.gnome.desktop.interface"), font, QStringLiteral("Cantarell 12"));
+    portal.announce(QStringLiteral("org.freedesktop.appearance"), font, QStringLiteral("of another group"));
+    settle();
+    QCOMPARE(told.changedFont(), QStringLiteral("Cantarell 12"));
 }
 
 void DesktopTest::thePortalsDialogIsForWhoHasNoneOfTheirOwn_data()

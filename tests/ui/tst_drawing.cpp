@@ -251,6 +251,7 @@ void DrawingTest::symbolIsInkInOneColour()
     Symbol symbol;
     symbol.setProperty("name", name);
     symbol.setFontSize(20);
+    QCOMPARE(symbol.fontSize(), 20.0);
     QCOMPARE(symbol.implicitWidth(), 24.0);
     const QColor tint(200, 40, 10, 128);
     symbol.setProperty("color", tint);
