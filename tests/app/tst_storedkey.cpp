@@ -61,6 +61,8 @@ private:
 
 void StoredKeyTest::keysSurviveInAFileOfTheirOwner()
 {
+    QCOMPARE(StoredApiKey::standardFolder(),
+             qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/tessary_macos_uploader"));
     const mode_t before = umask(0);
     const StoredApiKey store(m_folder->filePath(QStringLiteral("a/b/config")));
     const QString file = m_folder->filePath(QStringLiteral("a/b/config/settings.json"));
@@ -103,8 +105,11 @@ void StoredKeyTest::brokenSettingsCountAsNoKey()
     file.close();
 
     const LocalService service;
+    const CapturedOutput errors(stderr);
     tessary_macos_uploaderApp app(configuration(service));
     QCOMPARE(app.screen(), Screen::Login);
+    QCOMPARE(errors.text(), "Could not read the settings file " + settings().toUtf8() +
+                                ": it is not a settings file of this program\n");
     app.sessionManager()->setStoredApiKey(QStringLiteral("key"));
     QCOMPARE(app.sessionManager()->storedApiKey(), QStringLiteral("key"));
 }
