@@ -34,6 +34,7 @@ private Q_SLOTS:
     void followsTheAppearance();
     void thePortalsDialogIsForWhoHasNoneOfTheirOwn_data();
     void thePortalsDialogIsForWhoHasNoneOfTheirOwn();
+    void thePortalsDialogIsWaitedForUntilItIsUp();
     void theCaretRestsUntilItIsWoken_data();
     void theCaretRestsUntilItIsWoken();
     void aWindowComesUpWithItsToken();
@@ -230,6 +231,23 @@ void DesktopTest::thePortalsDialogIsForWhoHasNoneOfTheirOwn()
     qunsetenv("QT_QPA_PLATFORMTHEME");
     QCoreApplication::removeLibraryPath(plugins);
     qunsetenv("XDG_CURRENT_DESKTOP");
+}
+
+void DesktopTest::thePortalsDialogIsWaitedForUntilItIsUp()
+{
+    FakeService portal(m_desktop, {QStringLiteral("org.freedesktop.portal.Desktop")},
+                       QVariant::fromValue(QDBusObjectPath(QStringLiteral("/request/3"))));
+    portal.answers[QStringLiteral("Get")] = QVariant::fromValue(QDBusVariant(3U));
+    PortalFileChooser chooser(m_bus);
+    const auto* patience = chooser.findChild<QTimer*>();
+    QCOMPARE(patience->intervalAsDuration(), std::chrono::milliseconds(1500));
+    chooser.open(nullptr, {});
+    QVERIFY(patience->isActive());
+    settle();
+    settle(); // the second question goes out when the first has been answered
+    QCOMPARE(portal.calls.size(), 2);
+    QVERIFY(chooser.isOpen());
+    QVERIFY(!patience->isActive()); // people choose for as long as they like
 }
 
 void DesktopTest::theCaretRestsUntilItIsWoken_data()
