@@ -285,7 +285,7 @@ void DrawingTest::wheelFadesBehindItsBrightestSpoke()
     wheel.setProperty("tint", QColor(Qt::blue));
     wheel.setProperty("step", brightest);
     const QImage image = painted(wheel, {32, 32}, 2);
-    for (int behind = 0; behind < wheel.spokes(); ++behind) {
+    for (int behind = 0; behind < SpokeWheel::spokes(); ++behind) {
         const double angle = (brightest - behind) * std::numbers::pi / 4;
         const QPointF outwards(std::sin(angle), -std::cos(angle));
         const QPointF across(std::cos(angle), std::sin(angle));
