@@ -276,6 +276,8 @@ void DrawingTest::symbolIsInkInOneColour()
     for (const QPoint at : {QPoint(24, 8), QPoint(30, 12), QPoint(10, 24), QPoint(16, 31)}) {
         QVERIFY(std::abs(qAlpha(turned.pixel(47 - at.y(), at.x())) - qAlpha(image.pixel(at))) <= 24);
     }
+    symbol.setProperty("turn", 0);
+    QCOMPARE(painted(symbol, {24, 24}, 2), image); // upright from the beginning
 }
 
 void DrawingTest::wheelFadesBehindItsBrightestSpoke()
