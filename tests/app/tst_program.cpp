@@ -6,6 +6,7 @@
 #include <QPlatformSurfaceEvent>
 #include <QProcess>
 #include <QQuickItem>
+#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QScreen>
 #include <QSessionManager>
@@ -185,6 +186,7 @@ void ProgramTest::windowIsShownInItsSizeWithTheWholeForm()
     QTRY_VERIFY(!QGuiApplication::windowIcon().pixmap(48).isNull()); // after the first frame
     QCOMPARE(QGuiApplication::applicationName(), "tessary_macos_uploader");
     QCOMPARE(QGuiApplication::desktopFileName(), "tessary_macos_uploader");
+    QCOMPARE(QQuickStyle::name(), "Basic"); // of the toolkit's dialogs, whatever is installed
     QVERIFY(fixture.click("formatOption:Separate"));
     QVERIFY(fixture.driver().ready("rightEyePicker"));
     const QQuickItem* area = fixture.item("uploadButton");
