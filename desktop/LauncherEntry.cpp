@@ -12,7 +12,7 @@ LauncherEntry::LauncherEntry(QDBusConnection bus, QObject* parent) : QObject(par
     m_interval.setSingleShot(true);
     m_interval.setInterval(shortestInterval);
     connect(&m_interval, &QTimer::timeout, this, [this] {
-        if (std::exchange(m_waiting, false)) {
+        if (m_progress != m_sentProgress) {
             send();
             m_interval.start();
         }
@@ -34,13 +34,10 @@ void LauncherEntry::setProgress(std::optional<double> fraction)
     }
     const bool appears = fraction.has_value() != m_progress.has_value();
     m_progress = fraction;
-    if (!appears && m_interval.isActive()) {
-        m_waiting = true;
-        return;
+    if (appears || !m_interval.isActive()) {
+        send();
+        m_interval.start();
     }
-    m_waiting = false;
-    send();
-    m_interval.start();
 }
 
 void LauncherEntry::setUrgent(bool urgent)
@@ -56,6 +53,7 @@ void LauncherEntry::send()
     if (!m_bus.isConnected()) {
         return;
     }
+    m_sentProgress = m_progress;
     QDBusMessage update = QDBusMessage::createSignal(
         QStringLiteral("/com/canonical/unity/launcherentry/tessary"),
         QStringLiteral("com.canonical.Unity.LauncherEntry"), QStringLiteral("Update"));

@@ -32,8 +32,8 @@ private:
 
     QDBusConnection m_bus;
     std::optional<double> m_progress;
+    std::optional<double> m_sentProgress; ///< what docks know; what differs is sent when the interval is over
     bool m_urgent = false;
-    bool m_waiting = false; ///< for the interval to be over
     QTimer m_interval;
 };
 

@@ -61,7 +61,7 @@ private:
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_portal;
-    QTimer m_timer; ///< runs from the call to the dialog's coming up
+    QTimer m_timer{this}; ///< runs from the call to the dialog's coming up
     QString m_window;
     QString m_title;
     QString m_request; ///< the dialog's object, once it is up

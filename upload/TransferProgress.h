@@ -59,7 +59,7 @@ private:
     TransferEstimate m_estimate;
     TimeLeftWords m_timeLeft;
     std::chrono::milliseconds m_asleep; ///< as last seen
-    QTimer m_update;
+    QTimer m_update{this};
     QString m_inWords;
     QString m_inBrief;
 };

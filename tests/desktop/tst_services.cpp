@@ -1,3 +1,4 @@
+#include "desktop/BringToFront.h"
 #include "desktop/CaretRest.h"
 #include "desktop/PortalAppearance.h"
 #include "desktop/PortalFileChooser.h"
@@ -12,6 +13,7 @@
 #include <QStyleHints>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 using namespace tessary::desktop;
 using namespace tessary::testing;
@@ -32,8 +34,10 @@ private Q_SLOTS:
     void followsTheAppearance();
     void thePortalsDialogIsForWhoHasNoneOfTheirOwn_data();
     void thePortalsDialogIsForWhoHasNoneOfTheirOwn();
+    void thePortalsDialogIsWaitedForUntilItIsUp();
     void theCaretRestsUntilItIsWoken_data();
     void theCaretRestsUntilItIsWoken();
+    void aWindowComesUpWithItsToken();
 
 private:
     void settle() { QVERIFY(settled(m_bus, m_desktop)); }
@@ -47,22 +51,29 @@ void DesktopTest::keepsTheSessionAwake_data()
 {
     QTest::addColumn<QStringList>("offered"); // the names that answer
     QTest::addColumn<QString>("asked");
+    QTest::addColumn<QVariantList>("arguments");
     QTest::addColumn<QString>("released");
+    const QString program = QStringLiteral("Tessary Uploader");
+    const QString reason = QStringLiteral("A video is being uploaded");
+    constexpr uint flags = 5; // logging out, and suspending
     const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
     const QString manager = QStringLiteral("org.gnome.SessionManager");
     const QString power = QStringLiteral("org.freedesktop.PowerManagement");
     QTest::newRow("the portal comes first")
         << QStringList{portal, manager, power}
         << QStringLiteral("org.freedesktop.portal.Inhibit.Inhibit /org/freedesktop/portal/desktop")
+        << QVariantList{QString(), flags, QVariantMap{{QStringLiteral("reason"), reason}}}
         << QStringLiteral("org.freedesktop.portal.Request.Close /request/1");
     QTest::newRow("then the session manager")
         << QStringList{manager, power}
         << QStringLiteral("org.gnome.SessionManager.Inhibit /org/gnome/SessionManager")
+        << QVariantList{program, 0U, reason, flags}
         << QStringLiteral("org.gnome.SessionManager.Uninhibit /org/gnome/SessionManager");
     QTest::newRow("then power management")
         << QStringList{power}
         << QStringLiteral(
                "org.freedesktop.PowerManagement.Inhibit.Inhibit /org/freedesktop/PowerManagement/Inhibit")
+        << QVariantList{program, reason}
         << QStringLiteral(
                "org.freedesktop.PowerManagement.Inhibit.UnInhibit /org/freedesktop/PowerManagement/Inhibit");
 }
@@ -84,14 +95,9 @@ void DesktopTest::keepsTheSessionAwake()
     settle();
     QCOMPARE(desktop.calls, QStringList{asked});
     if (byPortal) {
-        QCOMPARE(desktop.arguments.at(1).toUInt(), 5U); // logging out, and suspending
-        const auto options = qdbus_cast<QVariantMap>(desktop.arguments.at(2));
-        QCOMPARE(options.value(QStringLiteral("reason")).toString(),
-                 QStringLiteral("A video is being uploaded"));
-    } else {
-        QVERIFY(desktop.arguments.contains(QStringLiteral("Tessary Uploader")));
-        QVERIFY(desktop.arguments.contains(QStringLiteral("A video is being uploaded")));
+        desktop.arguments.last() = qdbus_cast<QVariantMap>(desktop.arguments.last());
     }
+    QTEST(desktop.arguments, "arguments");
     inhibitor.setWanted(false);
     settle();
     QCOMPARE(desktop.calls, (QStringList{asked, released}));
@@ -192,6 +198,12 @@ void DesktopTest::followsTheAppearance()
     portal.announce(group, key, value);
     settle();
     QCOMPARE(said(told), expected);
+    QCOMPARE(told.changedFont(), QString());
+    const QString font = QStringLiteral("font-name");
+    portal.announce(QStringLiteral("org.gnome.desktop.interface"), font, QStringLiteral("Cantarell 12"));
+    portal.announce(QStringLiteral("org.freedesktop.appearance"), font, QStringLiteral("of another group"));
+    settle();
+    QCOMPARE(told.changedFont(), QStringLiteral("Cantarell 12"));
 }
 
 void DesktopTest::thePortalsDialogIsForWhoHasNoneOfTheirOwn_data()
@@ -219,6 +231,23 @@ void DesktopTest::thePortalsDialogIsForWhoHasNoneOfTheirOwn()
     qunsetenv("QT_QPA_PLATFORMTHEME");
     QCoreApplication::removeLibraryPath(plugins);
     qunsetenv("XDG_CURRENT_DESKTOP");
+}
+
+void DesktopTest::thePortalsDialogIsWaitedForUntilItIsUp()
+{
+    FakeService portal(m_desktop, {QStringLiteral("org.freedesktop.portal.Desktop")},
+                       QVariant::fromValue(QDBusObjectPath(QStringLiteral("/request/3"))));
+    portal.answers[QStringLiteral("Get")] = QVariant::fromValue(QDBusVariant(3U));
+    PortalFileChooser chooser(m_bus);
+    const auto* patience = chooser.findChild<QTimer*>();
+    QCOMPARE(patience->intervalAsDuration(), std::chrono::milliseconds(1500));
+    chooser.open(nullptr, {});
+    QVERIFY(patience->isActive());
+    settle();
+    settle(); // the second question goes out when the first has been answered
+    QCOMPARE(portal.calls.size(), 2);
+    QVERIFY(chooser.isOpen());
+    QVERIFY(!patience->isActive()); // people choose for as long as they like
 }
 
 void DesktopTest::theCaretRestsUntilItIsWoken_data()
@@ -252,6 +281,20 @@ void DesktopTest::theCaretRestsUntilItIsWoken()
         QCOMPARE(untouched->isActive(), wakes);
     }
     QCOMPARE(flashTime(), before);
+}
+
+void DesktopTest::aWindowComesUpWithItsToken()
+{
+    constexpr const char* token = "XDG_ACTIVATION_TOKEN";
+    QWindow window;
+    window.showMinimized();
+    QByteArray given; // while the platform is asked
+    connect(&window, &QWindow::windowStateChanged, this, [&given] { given = qgetenv(token); });
+    bringToFront(window, QStringLiteral("of the press"));
+    QCOMPARE(window.windowStates(), Qt::WindowNoState);
+    QCOMPARE(given, QByteArray("of the press"));
+    QVERIFY(!qEnvironmentVariableIsSet(token)); // or a tool would inherit it
+    QTRY_COMPARE(QGuiApplication::focusWindow(), &window);
 }
 
 QTEST_MAIN(DesktopTest)

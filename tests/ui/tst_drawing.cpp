@@ -1,4 +1,5 @@
 #include "ui/look/ShadowTile.h"
+#include "ui/look/SpokeWheel.h"
 #include "ui/look/Squircle.h"
 #include "ui/look/SquirclePath.h"
 #include "ui/look/Symbol.h"
@@ -54,6 +55,7 @@ private Q_SLOTS:
     void shadowTileCanBeStretched();
     void symbolIsInkInOneColour_data();
     void symbolIsInkInOneColour();
+    void wheelFadesBehindItsBrightestSpoke();
 };
 
 void DrawingTest::cornerEasesIntoItsArc_data()
@@ -251,6 +253,7 @@ void DrawingTest::symbolIsInkInOneColour()
     Symbol symbol;
     symbol.setProperty("name", name);
     symbol.setFontSize(20);
+    QCOMPARE(symbol.fontSize(), 20.0);
     QCOMPARE(symbol.implicitWidth(), 24.0);
     const QColor tint(200, 40, 10, 128);
     symbol.setProperty("color", tint);
@@ -272,6 +275,31 @@ void DrawingTest::symbolIsInkInOneColour()
     const QImage turned = painted(symbol, {24, 24}, 2);
     for (const QPoint at : {QPoint(24, 8), QPoint(30, 12), QPoint(10, 24), QPoint(16, 31)}) {
         QVERIFY(std::abs(qAlpha(turned.pixel(47 - at.y(), at.x())) - qAlpha(image.pixel(at))) <= 24);
+    }
+    symbol.setProperty("turn", 0);
+    QCOMPARE(painted(symbol, {24, 24}, 2), image); // upright from the beginning
+}
+
+void DrawingTest::wheelFadesBehindItsBrightestSpoke()
+{
+    constexpr int brightest = 3; // clockwise from the top one
+    SpokeWheel wheel;
+    wheel.setProperty("tint", QColor(Qt::blue));
+    wheel.setProperty("step", brightest);
+    const QImage image = painted(wheel, {32, 32}, 2);
+    for (int behind = 0; behind < SpokeWheel::spokes(); ++behind) {
+        const double angle = (brightest - behind) * std::numbers::pi / 4;
+        const QPointF outwards(std::sin(angle), -std::cos(angle));
+        const QPointF across(std::cos(angle), std::sin(angle));
+        const auto alphaAt = [&](double out, double aside) {
+            return image.pixelColor((QPointF(32, 32) + out * outwards + aside * across).toPoint()).alpha();
+        };
+        const double expected = 255 * (1 - 0.75 * behind / 7);
+        for (const double out : {17.0, 23.0, 29.0}) {
+            QVERIFY(std::abs(alphaAt(out, 0) - expected) <= 2);
+        }
+        QCOMPARE(alphaAt(11, 0), 0);
+        QCOMPARE(alphaAt(23, 6), 0);
     }
 }
 

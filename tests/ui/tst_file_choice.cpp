@@ -276,7 +276,7 @@ void FileChoiceTest::controlOOpensTheFirstEmptyPicker()
     const auto chooses = [&](const char* file) {
         portal.request.clear();
         m_fixture->press(Qt::Key_O, Qt::ControlModifier);
-        const bool opened = QTest::qWaitFor([&] { return !portal.request.isEmpty(); }, 1000);
+        const bool opened = QTest::qWaitFor([&] { return !portal.request.isEmpty(); });
         portal.respond(0, {file});
         return opened;
     };

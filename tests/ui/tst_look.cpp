@@ -4,6 +4,8 @@
 
 #include <QDirIterator>
 #include <QRegularExpression>
+#include <QSysInfo>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <cmath>
@@ -22,6 +24,7 @@ private Q_SLOTS:
     void springValueTurnsBackSmoothly();
     void dropConversion_data();
     void dropConversion();
+    void escapeIsOneUnlessOnlyThatFileIsThere();
     void fileKind_data();
     void fileKind();
     void screensHoldNoMarkupAndNoValues_data();
@@ -107,6 +110,8 @@ void LookTest::dropConversion_data()
     QTest::newRow("folder") << QVariant(QUrl(u"file:///clips/"_s)) << u"/clips/"_s;
     QTest::newRow("path") << QVariant(QStringLiteral("/100%25.mov")) << u"/100%25.mov"_s;
     QTest::newRow("this machine") << QVariant(QUrl(u"file://localhost/a.mov"_s)) << u"/a.mov"_s;
+    QTest::newRow("this machine by its name")
+        << QVariant(QUrl(u"file://"_s + QSysInfo::machineHostName() + u"/a.mov"_s)) << u"/a.mov"_s;
     QTest::newRow("this machine, bytes") << QVariant(QByteArray("file://LOCALHOST/a.mov")) << u"/a.mov"_s;
     QTest::newRow("another machine") << QVariant(QUrl(u"file://elsewhere/a.mov"_s)) << u""_s;
     QTest::newRow("path as url, odd") << QVariant(QUrl(u"/50%, a#b?c d.mov"_s)) << u"/50%, a#b?c d.mov"_s;
@@ -123,6 +128,19 @@ void LookTest::dropConversion()
     QFETCH(QVariant, item);
     QFETCH(QString, path);
     QCOMPARE(pickers::fileUrlOf(item).toLocalFile(), path);
+}
+
+void LookTest::escapeIsOneUnlessOnlyThatFileIsThere()
+{
+    const QTemporaryDir folder;
+    const QString escaped = folder.filePath(u"a%20b.mov"_s);
+    const QString plain = folder.filePath(u"a b.mov"_s);
+    const auto read = [&escaped] { return pickers::fileUrlOf(QUrl(escaped)).toLocalFile(); };
+    QCOMPARE(read(), plain);
+    QVERIFY(QFile(escaped).open(QFile::WriteOnly));
+    QCOMPARE(read(), escaped);
+    QVERIFY(QFile(plain).open(QFile::WriteOnly));
+    QCOMPARE(read(), plain);
 }
 
 void LookTest::fileKind_data()

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void barsCoverWholePixels();
     void buttonsKeepTheirPadding();
     void statusRowKeepsItsPlace();
+    void cardsCastTheirShadow();
 
 private:
     [[nodiscard]] QRectF place(const char* name) const { return placeOf(*m_fixture->item(name)); }
@@ -231,6 +232,16 @@ void MeasuresTest::statusRowKeepsItsPlace()
     const auto* plate = m_fixture->item("whyButton")->property("background").value<QQuickItem*>();
     QCOMPARE(log - placeOf(*plate).bottom(), 2.0);
     QCOMPARE(place("logText").top() - 5, log);
+}
+
+void MeasuresTest::cardsCastTheirShadow()
+{
+    const QImage picture = m_fixture->window().grabWindow();
+    const QRectF card = place("formCard");
+    const auto at = [&](double y) {
+        return tone(picture.pixel((QPointF(card.center().x(), y) / pixel()).toPoint()));
+    };
+    QVERIFY(at(card.bottom() + 2) < at(card.top() - 10) - 20);
 }
 
 QTEST_MAIN(MeasuresTest)

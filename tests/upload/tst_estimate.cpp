@@ -5,6 +5,7 @@
 #include <QSignalSpy>
 #include <QTemporaryFile>
 #include <QTest>
+#include <QTimer>
 
 #include <cmath>
 #include <functional>
@@ -180,6 +181,8 @@ void EstimateTest::words()
     QCOMPARE(sizeInWords(1'000'000), "1 MB");
     QCOMPARE(sizeInWords(999'960'000), "1 GB");
     QCOMPARE(sizeInWords(811'900'000'000), "812 GB");
+    QCOMPARE(sizeInWords(1'200'000'000'000), "1.2 TB");
+    QCOMPARE(sizeInWords(34'000'000'000'000'000), "34 PB");
     QCOMPARE(sizeInWords(std::numeric_limits<qint64>::max()), "9.2 EB");
     QCOMPARE(percentOf(999, 1000), 99);
     QCOMPARE(percentOf(1000, 1000), 100);
@@ -234,6 +237,14 @@ void EstimateTest::progressOfAnUpload()
     QCOMPARE(words("\r35.1 %, 0 Done"), "35 % of 4 MB, no progress for 2 min|35 % · no progress for 2 min");
     QCOMPARE(words("ERROR: 99 % of nothing"), progress.inWords() + u'|' + progress.inBrief());
     QCOMPARE(progress.bytesSent(), 1'404'000);
+
+    auto* update = progress.findChild<QTimer*>();
+    QCOMPARE(update->intervalAsDuration(), 10s); // however long the tool is silent
+    clock.awake += 60s;
+    update->setInterval(0);
+    QTRY_COMPARE(progress.inBrief(), "35 % · no progress for 3 min");
+    progress.hear(0, "\r36.0 %, 0 Done");
+    QCOMPARE(update->intervalAsDuration(), 500ms);
 }
 
 QTEST_GUILESS_MAIN(EstimateTest)

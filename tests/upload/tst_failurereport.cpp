@@ -138,6 +138,10 @@ void FailureReportTest::readsTheEndOfTheLog()
     tool.hear("\nJob 1 has started\nLog file is located at: " + path + "\n\n");
     tool.hear("it gave up\n");
     tool.hear("\r12.0 %, 0 Done, 2-sec Throughput (Mb/s): 1");
+    QVERIFY(tool.lastWords.startsWith("\nJob 1") && tool.lastWords.endsWith("Throughput (Mb/s): 1"));
+    ToolReport talkative = tool;
+    talkative.hear(QString(7990, 'x'));
+    QCOMPARE(talkative.lastWords, " (Mb/s): 1" + QString(7990, 'x'));
     FailureReport report(tool);
     const QSignalSpy changed(&report, &FailureReport::changed);
     QCOMPARE(report.line(), "it gave up");

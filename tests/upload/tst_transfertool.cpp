@@ -139,6 +139,8 @@ void TransferToolTest::aMissingToolIsAnErrorOfItsOwn()
     QVERIFY(outcome.failure);
     QCOMPARE(outcome.failure->domain(), QStringLiteral("AzCopy"));
     QCOMPARE(outcome.failure->code(), 1);
+    QCOMPARE(standardResourcesFolder(),
+             QCoreApplication::applicationDirPath() + QStringLiteral("/resources"));
 }
 
 void TransferToolTest::chunksAreNotSplit()
