@@ -285,8 +285,8 @@ void DrawingTest::wheelFadesBehindItsBrightestSpoke()
     constexpr int brightest = 3; // clockwise from the top one
     SpokeWheel wheel;
     wheel.setProperty("tint", QColor(Qt::blue));
-    wheel.setProperty("step", brightest);
-    const QImage image = painted(wheel, {32, 32}, 2);
+    const QImage image =
+        painted(wheel, {SpokeWheel::spokes() * 32, 32}, 2).copy(brightest * 64, 0, 64, 64); // of that step
     for (int behind = 0; behind < SpokeWheel::spokes(); ++behind) {
         const double angle = (brightest - behind) * std::numbers::pi / 4;
         const QPointF outwards(std::sin(angle), -std::cos(angle));

@@ -15,8 +15,8 @@ class InView : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("It is attached to an item.")
     QML_ATTACHED(InView)
-    /// The item's window is on the screen: it is open, and neither minimised nor covered as far as the desktop
-    /// tells.
+    /// The item's window is on the screen: it is open, and neither minimised nor covered as far as the
+    /// desktop tells.
     Q_PROPERTY(bool exposed READ exposed NOTIFY exposedChanged)
     /// A text makes nothing of the lines that are scrolled out of view. The toolkit decides so by itself, for
     /// more than 10000 characters, whenever the whole text is set.
