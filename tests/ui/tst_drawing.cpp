@@ -286,7 +286,7 @@ void DrawingTest::wheelFadesBehindItsBrightestSpoke()
     SpokeWheel wheel;
     wheel.setProperty("tint", QColor(Qt::blue));
     const QImage image =
-        painted(wheel, {SpokeWheel::spokes() * 32, 32}, 2).copy(brightest * 64, 0, 64, 64); // of that step
+        painted(wheel, {32.0 * SpokeWheel::spokes(), 32}, 2).copy(brightest * 64, 0, 64, 64); // of that step
     for (int behind = 0; behind < SpokeWheel::spokes(); ++behind) {
         const double angle = (brightest - behind) * std::numbers::pi / 4;
         const QPointF outwards(std::sin(angle), -std::cos(angle));

@@ -5,6 +5,8 @@ import Tessary.Look
 SpokeWheel {
     id: indicator
 
+    readonly property bool exposed: InView.exposed
+
     implicitWidth: 16
     implicitHeight: 16
     tint: Look.labelColor
@@ -14,7 +16,7 @@ SpokeWheel {
         objectName: "turning"
         interval: Look.beat
         repeat: true
-        running: indicator.visible && Look.animations && indicator.InView.exposed
+        running: indicator.visible && Look.animations && indicator.exposed
         onTriggered: indicator.step = (indicator.step + 1) % indicator.spokes
     }
 }

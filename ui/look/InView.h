@@ -14,7 +14,7 @@ class InView : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("It is attached to an item.")
-    QML_ATTACHED(InView)
+    QML_ATTACHED(tessary::look::InView) // in full: the linter of the screens knows it by that name
     /// The item's window is on the screen: it is open, and neither minimised nor covered as far as the
     /// desktop tells.
     Q_PROPERTY(bool exposed READ exposed NOTIFY exposedChanged)

@@ -8,6 +8,7 @@ ScrollArea {
     id: view
 
     required property FileUploaderState uploader
+    readonly property bool exposed: InView.exposed
     property string shownLogs
     property bool stale: false
     property int worn: 0 ///< characters inserted since the text was last set as a whole
@@ -16,15 +17,15 @@ ScrollArea {
     contentHeight: Math.max(height, log.implicitHeight + 2 * log.y)
     Component.onCompleted: {
         shownLogs = uploader.logs;
-        setWhole(shownLogs);
+        log.setWhole(shownLogs);
     }
     onVisibleChanged: {
         if (visible)
             takeUp(false); // the log follows its end at the next change
     }
 
-    InView.onExposedChanged: {
-        if (visible && InView.exposed)
+    onExposedChanged: {
+        if (visible && exposed)
             noticeChange();
     }
 
@@ -35,12 +36,6 @@ ScrollArea {
         stale = true;
         if (Window.window)
             Window.window.update();
-    }
-
-    function setWhole(text: string) {
-        log.text = text;
-        log.InView.culled = true; // which that takes back
-        worn = 0;
     }
 
     // How much of the end of what was is the start of what is. Laid out once, it stays so, with its selection, while the log
@@ -57,7 +52,8 @@ ScrollArea {
             return;
         const kept = worn < bearable && log.length === shownLogs.length ? common(shownLogs, logs) : 0;
         if (kept === 0) {
-            setWhole(logs);
+            log.setWhole(logs);
+            worn = 0;
         } else {
             log.remove(0, shownLogs.length - kept);
             log.insert(kept, logs.substring(kept));
@@ -74,7 +70,7 @@ ScrollArea {
         }
 
         target: view.uploader
-        enabled: view.visible && view.InView.exposed // what cannot be seen waits until it can
+        enabled: view.visible && view.exposed // what cannot be seen waits until it can
     }
 
     Connections {
@@ -100,6 +96,11 @@ ScrollArea {
 
     TextEdit {
         id: log
+
+        function setWhole(whole: string) {
+            text = whole;
+            InView.culled = true; // which that takes back
+        }
 
         objectName: "logText"
         x: 5

@@ -6,6 +6,7 @@ Squircle {
     id: dot
 
     required property bool busy
+    readonly property bool exposed: InView.exposed
     readonly property real calmOpacity: 0.8
 
     objectName: "stateDot"
@@ -27,7 +28,7 @@ Squircle {
 
         interval: Look.beat
         repeat: true
-        running: dot.busy && Look.animations && dot.InView.exposed
+        running: dot.busy && Look.animations && dot.exposed
         onRunningChanged: step = 0
         onTriggered: {
             step = (step + 1) % (2 * stepsUp);
