@@ -18,12 +18,9 @@ InView* InView::qmlAttachedProperties(QObject* item)
     return seen != nullptr ? new InView(seen) : nullptr;
 }
 
-void InView::setCulled(bool culled)
+void InView::cull()
 {
-    if (culled != this->culled()) {
-        m_item->setFlag(QQuickItem::ItemObservesViewport, culled);
-        Q_EMIT culledChanged();
-    }
+    m_item->setFlag(QQuickItem::ItemObservesViewport);
 }
 
 void InView::follow(QQuickWindow* window)

@@ -18,9 +18,6 @@ class InView : public QObject
     /// The item's window is on the screen: it is open, and neither minimised nor covered as far as the
     /// desktop tells.
     Q_PROPERTY(bool exposed READ exposed NOTIFY exposedChanged)
-    /// A text makes nothing of the lines that are scrolled out of view. The toolkit decides so by itself, for
-    /// more than 10000 characters, whenever the whole text is set.
-    Q_PROPERTY(bool culled READ culled WRITE setCulled NOTIFY culledChanged)
 
 public:
     /// The item is not owned, and owns this.
@@ -30,15 +27,14 @@ public:
 
     [[nodiscard]] bool exposed() const { return m_exposed; }
 
-    [[nodiscard]] bool culled() const { return m_item->flags().testFlag(QQuickItem::ItemObservesViewport); }
-
-    void setCulled(bool culled);
+    /// From now on a text makes nothing of the lines that are scrolled out of view. The toolkit does so by
+    /// itself above 10000 characters, and decides it anew whenever the whole text is set.
+    Q_INVOKABLE void cull();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
     void exposedChanged();
-    void culledChanged();
 
 private:
     void follow(QQuickWindow* window);

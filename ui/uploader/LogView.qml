@@ -40,7 +40,7 @@ ScrollArea {
 
     // How much of the end of what was is the start of what is. Laid out once, it stays so, with its selection, while the log
     // loses its first lines to new ones.
-    function common(before: string, now: string): int {
+    function common(before, now) {
         const from = now.startsWith(before) ? 0 : before.indexOf(now.substring(0, 50));
         return from >= 0 && now.startsWith(before.substring(from)) ? before.length - from : 0;
     }
@@ -99,7 +99,7 @@ ScrollArea {
 
         function setWhole(whole: string) {
             text = whole;
-            InView.culled = true; // which that takes back
+            InView.cull();
         }
 
         objectName: "logText"
