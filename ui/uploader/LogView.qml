@@ -97,11 +97,6 @@ ScrollArea {
     TextEdit {
         id: log
 
-        function setWhole(whole: string) {
-            text = whole;
-            InView.cull();
-        }
-
         objectName: "logText"
         x: 5
         y: 5
@@ -125,6 +120,11 @@ ScrollArea {
         onCursorRectangleChanged: {
             if (activeFocus && !view.stale)
                 view.show(Qt.rect(0, cursorRectangle.y + y - 5, 1, cursorRectangle.height + 10));
+        }
+
+        function setWhole(whole: string) {
+            text = whole;
+            InView.cull();
         }
     }
 
