@@ -6,7 +6,7 @@
 
 #include <QQuickWindow>
 
-#include <tuple>
+#include <utility>
 
 namespace tessary::benchmarks {
 namespace {
@@ -71,11 +71,11 @@ std::vector<Figure> sizeFigures()
             const double used =
                 std::chrono::duration<double, std::milli>(after.ownCpu - before.ownCpu).count();
             const auto more = static_cast<double>(after.residentBytes - before.residentBytes) / mebibyte;
-            figures.push_back(
-                {QStringLiteral("own CPU of an upload of %1 %2")
-                     .arg(pair ? QStringLiteral("twice") : QStringLiteral("once"), QLatin1StringView(name)),
-                 written(used, 0) + QStringLiteral(" ms"), QString(),
-                 QStringLiteral("%1 MiB more in use").arg(written(more, 1)), QStringLiteral("stated"), true});
+            figures.push_back({QStringLiteral("own CPU of an upload of %1%2")
+                                   .arg(pair ? QStringLiteral("twice ") : QString(), QLatin1StringView(name)),
+                               written(used, 0) + QStringLiteral(" ms"), QString(),
+                               QStringLiteral("%1 MiB more in use").arg(written(more, 1)),
+                               QStringLiteral("stated"), true});
         }
     }
     return figures;

@@ -1,9 +1,8 @@
 // The local service, and a blob store where it is asked for, as a process of their own: what they use is then
 // not the program's. Prints the API root and lives until its standard input ends.
 //   --store               with a blob store
-//   --sink MIB            with one that forgets what it gets, that much a second at most or as fast as it
-//   comes with 0;
-//                         prints for each upload when its first block came and when it was complete, in
+//   --sink MIB            with one that forgets what it gets, at most so much a second, 0 for no limit; for
+//                         each upload prints when its first block came and when it was complete, in
 //                         milliseconds of the monotonic clock
 //   --tls CERTIFICATE KEY speaks TLS, with what these files hold as PEM, on the port of HTTPS
 

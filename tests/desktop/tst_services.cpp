@@ -71,11 +71,9 @@ void DesktopTest::keepsTheSessionAwake_data()
         << QStringLiteral("org.gnome.SessionManager.Uninhibit /org/gnome/SessionManager");
     QTest::newRow("then power management")
         << QStringList{power}
-        << QStringLiteral(
-               "org.freedesktop.PowerManagement.Inhibit.Inhibit /org/freedesktop/PowerManagement/Inhibit")
+        << power + QStringLiteral(".Inhibit.Inhibit /org/freedesktop/PowerManagement/Inhibit")
         << QVariantList{program, reason}
-        << QStringLiteral(
-               "org.freedesktop.PowerManagement.Inhibit.UnInhibit /org/freedesktop/PowerManagement/Inhibit");
+        << power + QStringLiteral(".Inhibit.UnInhibit /org/freedesktop/PowerManagement/Inhibit");
 }
 
 void DesktopTest::keepsTheSessionAwake()
