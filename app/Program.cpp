@@ -34,6 +34,8 @@ Program::Program(const Configuration& configuration)
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessary Uploader"));
     QGuiApplication::setDesktopFileName(QStringLiteral("tessary_macos_uploader"));
     QGuiApplication::setQuitOnLastWindowClosed(false); // running tools are ended first
+    // As other programs draw it; the toolkit's own way makes distance fields of all letters first.
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     if (const QString style = QStringLiteral("Basic"); QQuickStyle::name() != style) {
         QQuickStyle::setStyle(style);
     }

@@ -5,6 +5,7 @@
 
 #include "app/Program.h"
 #include "benchmarks/MonotonicClock.h"
+#include "desktop/FontCatalogue.h"
 #include "desktop/ProcessSetup.h"
 #include "service/Diagnostics.h"
 #include "testkit/ProcessUsage.h"
@@ -80,13 +81,12 @@ int main(int argc, char** argv)
     }
     const QByteArray kind = argv[1];
     const double start = QByteArray(argv[2]).toDouble();
-    const bool isBare = kind == "bare" || kind == "text";
-    if (!isBare) {
-        desktop::prepareProcess();
-    }
-    const QGuiApplication application(argc, argv);
-    if (isBare) {
+    if (kind == "bare" || kind == "text") {
+        const QGuiApplication application(argc, argv);
         return showBareWindow(kind == "text" ? "Text { text: 'One line of text' }" : "", start);
     }
+    desktop::prepareProcess();
+    const desktop::FontCatalogue fontCatalogue;
+    const QGuiApplication application(argc, argv);
     return showProgram(kind == "uploader", start);
 }

@@ -4,7 +4,9 @@
 
 #include <QQuickWindow>
 #include <QSGImageNode>
+#include <QSGMaterial>
 #include <QSGRectangleNode>
+#include <QSGRendererInterface>
 
 #include <array>
 
@@ -70,7 +72,6 @@ void PictureNode::show(std::shared_ptr<QSGTexture> texture, const std::vector<Pi
         node.setTexture(texture.get());
         node.setSourceRect(from);
         m_parts[i].to = to;
-        m_parts[i].stretched = from.size() != to.size();
         if (fresh) { // only now: the scene looks at it at once
             node.setRect(inPoints(to, scale));
             appendChildNode(&node);
@@ -90,13 +91,18 @@ void PictureNode::fill(const PlainPart& plain)
         return;
     }
     m_filledTo = plain.to;
-    if (m_filled != nullptr) {
-        m_filled->setColor(plain.color);
-        return;
+    const bool fresh = m_filled == nullptr;
+    if (fresh) {
+        m_filled = m_window.createRectangleNode();
     }
-    m_filled = m_window.createRectangleNode();
     m_filled->setColor(plain.color);
-    appendChildNode(m_filled);
+    // What is opaque need not be mixed with what it covers. Where the processor paints there is no material.
+    if (QSGRendererInterface::isApiRhiBased(m_window.rendererInterface()->graphicsApi())) {
+        m_filled->material()->setFlag(QSGMaterial::Blending, plain.color.alpha() < 255);
+    }
+    if (fresh) {
+        appendChildNode(m_filled);
+    }
 }
 
 void PictureNode::preprocess()
@@ -111,10 +117,10 @@ void PictureNode::layOut(std::optional<QPointF> shift)
 {
     m_shift = shift;
     const QPointF moved = shift.value_or(QPointF());
-    for (const auto& [node, to, stretched] : m_parts) {
-        // What is one pixel wide looks the same wherever it is stretched to; smoothly, that would take long.
-        // Off the grid, only what is smooth meets its neighbours.
-        node->setFiltering(stretched && shift ? QSGTexture::Nearest : QSGTexture::Linear);
+    for (const auto& [node, to] : m_parts) {
+        // On the grid a pixel is a pixel, and what is stretched is one pixel wide; smoothly, that would take
+        // long. Off the grid, only what is smooth meets its neighbours.
+        node->setFiltering(shift ? QSGTexture::Nearest : QSGTexture::Linear);
         node->setRect(inPoints(to, m_scale).translated(moved));
     }
     if (m_filled != nullptr) {

@@ -58,7 +58,6 @@ private:
     {
         QSGImageNode* node; ///< owned by the scene, as a child
         QRectF to;
-        bool stretched = false;
     };
 
     void fill(const PlainPart& plain);

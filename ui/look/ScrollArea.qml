@@ -53,7 +53,7 @@ Item {
         anchors.fill: parent
         contentWidth: width
         interactive: false
-        clip: true
+        clip: area.lastY > 0 // each kind of what is drawn would else be drawn in two ways
         boundsBehavior: Flickable.StopAtBounds
 
         T.ScrollBar.vertical: T.ScrollBar {

@@ -6,7 +6,6 @@ Text {
     textFormat: Text.PlainText
     font: Look.body
     color: Look.labelColor
-    renderType: Text.QtRendering
     Accessible.role: Accessible.StaticText
     Accessible.name: text
     Accessible.ignored: text === ""
