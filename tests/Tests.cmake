@@ -7,6 +7,9 @@ function(tessary_test name)
     add_executable(${name} ${name}.cpp)
     target_link_libraries(${name} PRIVATE ${arg_UNPARSED_ARGUMENTS} Qt6::Test tessary_test_warnings)
     target_precompile_headers(${name} REUSE_FROM tessary_toolkit_of_tests)
+    # There is nothing in it; reading the compiled headers would be all of the work.
+    set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp
+        PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
     target_compile_definitions(${name} PRIVATE TESSARY_SOURCES="${PROJECT_SOURCE_DIR}")
     # The waiting macros of newer Qt convert durations implicitly.
     set_source_files_properties(${name}.cpp PROPERTIES COMPILE_OPTIONS -Wno-conversion)
