@@ -183,7 +183,8 @@ void ProgramTest::windowIsShownInItsSizeWithTheWholeForm()
     testkit::ProgramFixture fixture;
     QVERIFY(fixture.showUploader());
     QCOMPARE(first.sizes.value(&fixture.window()), fixture.window().size());
-    QTRY_VERIFY(!QGuiApplication::windowIcon().pixmap(48).isNull()); // after the first frame
+    const QList<QSize> sizes{{16, 16}, {32, 32}, {48, 48}, {64, 64}, {128, 128}};
+    QTRY_COMPARE(QGuiApplication::windowIcon().availableSizes(), sizes); // after the first frame
     QCOMPARE(QGuiApplication::applicationName(), "tessary_macos_uploader");
     QCOMPARE(QGuiApplication::desktopFileName(), "tessary_macos_uploader");
     QCOMPARE(QQuickStyle::name(), "Basic"); // of the toolkit's dialogs, whatever is installed
