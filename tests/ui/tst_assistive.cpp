@@ -171,8 +171,9 @@ void AssistiveTest::progressIsAValue()
         item->setProperty("progress", progress);
         QCOMPARE(value->currentValue().toInt(), percent);
     }
+    item->setEnabled(false); // as below a question
     m_fixture->state().enter(UploadState::Completed);
-    QVERIFY(bar->state().invisible);
+    QVERIFY(bar->state().invisible && bar->state().disabled);
 }
 
 void AssistiveTest::statusIsSaid()
