@@ -156,8 +156,7 @@ void AssistiveTest::progressIsAValue()
     m_fixture->state().enter(UploadState::Requesting);
     QTRY_VERIFY(m_fixture->item("progressBar") != nullptr);
     QAccessibleInterface* bar = findBelow(tree(), "Upload progress", QAccessible::ProgressBar);
-    QVERIFY(bar != nullptr);
-    QVERIFY(bar->parent()->indexOfChild(bar) >= 0);
+    QVERIFY(bar != nullptr && bar->parent()->indexOfChild(bar) >= 0);
     QVERIFY(bar->state().readOnly && !bar->state().disabled);
     QAccessibleValueInterface* value = bar->valueInterface();
     QVERIFY(value != nullptr);
