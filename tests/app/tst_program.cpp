@@ -63,6 +63,7 @@ void ProgramTest::startsUpToItsLoginScreen()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_LOGGING_RULES", "qt.quick.focus.debug=true");
     program.setProcessEnvironment(environment);
+    program.setStandardInputFile(QProcess::nullDevice()); // as launchers do
     QByteArray said;
     connect(&program, &QProcess::readyReadStandardError, this,
             [&] { said += program.readAllStandardError(); });
@@ -71,6 +72,8 @@ void ProgramTest::startsUpToItsLoginScreen()
     QTRY_VERIFY2_WITH_TIMEOUT(said.contains("\"keyField\"") || program.state() == QProcess::NotRunning, said,
                               60'000);
     QVERIFY2(program.state() == QProcess::Running, said);
+    const QString input = QFile::symLinkTarget(u"/proc/%1/fd/0"_s.arg(program.processId()));
+    QVERIFY2(input.contains("pipe:"), qPrintable(input)); // what its tools are given
     program.terminate();
     QTRY_COMPARE(program.state(), QProcess::NotRunning);
     QCOMPARE(program.exitCode(), SIGTERM); // who asked sees why it ended
