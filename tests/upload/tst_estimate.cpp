@@ -179,7 +179,7 @@ void EstimateTest::words()
     QCOMPARE(sizeInWords(999), "999 bytes");
     QCOMPARE(sizeInWords(1500), "1.5 kB");
     QCOMPARE(sizeInWords(1'000'000), "1 MB");
-    QCOMPARE(sizeInWords(999'960'000), "1 GB");
+    QCOMPARE(sizeInWords(999'500'000), "1 GB");
     QCOMPARE(sizeInWords(811'900'000'000), "812 GB");
     QCOMPARE(sizeInWords(1'200'000'000'000), "1.2 TB");
     QCOMPARE(sizeInWords(34'000'000'000'000'000), "34 PB");
