@@ -189,6 +189,7 @@ void UploadEndsTest::isShownWhileUnderWay()
     stage.tool.make("go");
     QTRY_COMPARE(fixture.window().title(), name);
     QVERIFY(fixture.application().uploadActivity()->progressInWords().isEmpty());
+    QVERIFY(!fixture.state().currentUploadTask()->progress.findChild<QTimer*>()->isActive()); // it is over
 }
 
 void UploadEndsTest::isExplained()
