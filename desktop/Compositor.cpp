@@ -25,11 +25,10 @@ bool x11Composited(xcb_connection_t* connection)
     const std::unique_ptr<xcb_intern_atom_reply_t, Free> atom(xcb_intern_atom_reply(
         connection, xcb_intern_atom(connection, 1, static_cast<uint16_t>(name.size()), name.constData()),
         nullptr));
-    if (!atom || atom->atom == XCB_ATOM_NONE) {
-        return false;
-    }
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> owner(
-        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom->atom), nullptr));
+    // There is no owner without the name, either.
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> owner(xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE}),
+        nullptr));
     return owner && owner->owner != XCB_WINDOW_NONE;
 }
 #endif

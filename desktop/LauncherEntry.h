@@ -34,7 +34,7 @@ private:
     std::optional<double> m_progress;
     std::optional<double> m_sentProgress; ///< what docks know; what differs is sent when the interval is over
     bool m_urgent = false;
-    QTimer m_interval;
+    QTimer m_interval{this};
 };
 
 } // namespace tessary::desktop

@@ -76,7 +76,6 @@ Termination::~Termination()
     }
     close(m_end);
     close(pipeToLoop);
-    pipeToLoop = -1;
 }
 
 void endAsRequested()

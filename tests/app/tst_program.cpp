@@ -63,6 +63,7 @@ void ProgramTest::startsUpToItsLoginScreen()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_LOGGING_RULES", "qt.quick.focus.debug=true");
     program.setProcessEnvironment(environment);
+    program.setStandardInputFile(QProcess::nullDevice()); // as launchers do
     QByteArray said;
     connect(&program, &QProcess::readyReadStandardError, this,
             [&] { said += program.readAllStandardError(); });
@@ -71,6 +72,8 @@ void ProgramTest::startsUpToItsLoginScreen()
     QTRY_VERIFY2_WITH_TIMEOUT(said.contains("\"keyField\"") || program.state() == QProcess::NotRunning, said,
                               60'000);
     QVERIFY2(program.state() == QProcess::Running, said);
+    const QString input = QFile::symLinkTarget(u"/proc/%1/fd/0"_s.arg(program.processId()));
+    QVERIFY2(input.contains("pipe:"), qPrintable(input)); // what its tools are given
     program.terminate();
     QTRY_COMPARE(program.state(), QProcess::NotRunning);
     QCOMPARE(program.exitCode(), SIGTERM); // who asked sees why it ended
@@ -183,7 +186,8 @@ void ProgramTest::windowIsShownInItsSizeWithTheWholeForm()
     testkit::ProgramFixture fixture;
     QVERIFY(fixture.showUploader());
     QCOMPARE(first.sizes.value(&fixture.window()), fixture.window().size());
-    QTRY_VERIFY(!QGuiApplication::windowIcon().pixmap(48).isNull()); // after the first frame
+    const QList<QSize> sizes{{16, 16}, {32, 32}, {48, 48}, {64, 64}, {128, 128}};
+    QTRY_COMPARE(QGuiApplication::windowIcon().availableSizes(), sizes); // after the first frame
     QCOMPARE(QGuiApplication::applicationName(), "tessary_macos_uploader");
     QCOMPARE(QGuiApplication::desktopFileName(), "tessary_macos_uploader");
     QCOMPARE(QQuickStyle::name(), "Basic"); // of the toolkit's dialogs, whatever is installed

@@ -4,6 +4,7 @@
 #include "ui/uploader/UploaderStateHolder.h"
 #include "upload/UploadTask.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -177,7 +178,9 @@ void UploadEndsTest::isShownWhileUnderWay()
     QVERIFY(fixture.fillForm(QUrl::fromLocalFile(file.fileName()), "Harbor"));
     QVERIFY(fixture.click("uploadButton"));
     QTRY_COMPARE(fixture.window().title(), "45 % - " + name);
-    QCOMPARE(fixture.state().progressInWords(), "45 % of 2 GB");
+    QCOMPARE(
+        QAccessible::queryAccessibleInterface(fixture.item("progressBar"))->text(QAccessible::Description),
+        "45 % of 2 GB");
     fixture.press(Qt::Key_Q, Qt::ControlModifier);
     QVERIFY(fixture.driver().ready("declineButton"));
     QVERIFY(
@@ -186,6 +189,7 @@ void UploadEndsTest::isShownWhileUnderWay()
     stage.tool.make("go");
     QTRY_COMPARE(fixture.window().title(), name);
     QVERIFY(fixture.application().uploadActivity()->progressInWords().isEmpty());
+    QVERIFY(!fixture.state().currentUploadTask()->progress.findChild<QTimer*>()->isActive()); // it is over
 }
 
 void UploadEndsTest::isExplained()

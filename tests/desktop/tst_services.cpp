@@ -40,7 +40,13 @@ private Q_SLOTS:
     void aWindowComesUpWithItsToken();
 
 private:
-    void settle() { QVERIFY(settled(m_bus, m_desktop)); }
+    /// @param rounds one for each question that the answer to another one lets go out
+    void settle(int rounds = 1)
+    {
+        while (rounds-- > 0) {
+            QVERIFY(settled(m_bus, m_desktop));
+        }
+    }
 
     QDBusConnection m_bus = QDBusConnection::sessionBus();
     QDBusConnection m_desktop =
@@ -88,9 +94,7 @@ void DesktopTest::keepsTheSessionAwake()
     SuspendInhibitor inhibitor(m_bus);
     inhibitor.setWanted(true);
     inhibitor.setWanted(true);
-    settle(); // once for each that may be asked
-    settle();
-    settle();
+    settle(3); // once for each that may be asked
     QCOMPARE(desktop.calls, QStringList{asked});
     if (byPortal) {
         desktop.arguments.last() = qdbus_cast<QVariantMap>(desktop.arguments.last());
@@ -101,9 +105,7 @@ void DesktopTest::keepsTheSessionAwake()
     QCOMPARE(desktop.calls, (QStringList{asked, released}));
     QCOMPARE(desktop.arguments, byPortal ? QVariantList() : QVariantList{5U});
     inhibitor.setWanted(true);
-    settle();
-    settle();
-    settle();
+    settle(3);
     QCOMPARE(desktop.calls.mid(2), QStringList{asked});
 }
 
@@ -114,8 +116,7 @@ void DesktopTest::releasesWhatIsGrantedTooLate()
     SuspendInhibitor inhibitor(m_bus);
     inhibitor.setWanted(true);
     inhibitor.setWanted(false); // over before the question has gone out
-    settle();
-    settle(); // the release goes out when the answer has come in
+    settle(2);                  // the release goes out when the answer has come in
     QCOMPARE(portal.calls.size(), 2);
     QCOMPARE(portal.calls.last(), QStringLiteral("org.freedesktop.portal.Request.Close /request/2"));
 }
@@ -125,9 +126,7 @@ void DesktopTest::isSilentWhereNobodyOffersIt()
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
     SuspendInhibitor inhibitor(m_bus);
     inhibitor.setWanted(true);
-    for (int asked = 0; asked < 3; ++asked) {
-        settle();
-    }
+    settle(3);
     inhibitor.setWanted(false);
     settle();
 }
@@ -241,8 +240,7 @@ void DesktopTest::thePortalsDialogIsWaitedForUntilItIsUp()
     QCOMPARE(patience->intervalAsDuration(), std::chrono::milliseconds(1500));
     chooser.open(nullptr, {});
     QVERIFY(patience->isActive());
-    settle();
-    settle(); // the second question goes out when the first has been answered
+    settle(2); // the second question goes out when the first has been answered
     QCOMPARE(portal.calls.size(), 2);
     QVERIFY(chooser.isOpen());
     QVERIFY(!patience->isActive()); // people choose for as long as they like

@@ -1,5 +1,6 @@
 #include "testkit/ProgramFixture.h"
 #include "testkit/SteppedClock.h"
+#include "ui/look/Squircle.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -17,6 +18,7 @@ class ControlsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void aDrawingIsShownFromWhenItCanBeSeen();
     void showThatTheyArePressed_data();
     void showThatTheyArePressed();
 
@@ -68,6 +70,20 @@ double ControlsTest::tone(const QQuickItem& item, testkit::SteppedClock& clock) 
         }
     }
     return sum / 3 / place.width() / place.height();
+}
+
+void ControlsTest::aDrawingIsShownFromWhenItCanBeSeen()
+{
+    QQuickWindow window;
+    look::Squircle shape(window.contentItem());
+    shape.setSize({10, 10});
+    shape.setProperty("fill", QColor(Qt::red));
+    window.resize(10, 10);
+    window.show();
+    for (const bool seen : {false, true}) {
+        shape.setOpacity(seen ? 1 : 0);
+        QCOMPARE(window.grabWindow().pixelColor(5, 5), QColor(seen ? Qt::red : Qt::white));
+    }
 }
 
 void ControlsTest::showThatTheyArePressed_data()

@@ -151,12 +151,12 @@ void PreferencesTest::nothingMovesUnseen()
 void PreferencesTest::fontFollowsTheDesktops_data()
 {
     QTest::addColumn<QVariant>("description");
-    QTest::addColumn<QString>("family"); // and size; that of before when empty
-    QTest::newRow("plain") << QVariant("Cantarell 11") << "Cantarell 11pt";
-    QTest::newRow("style") << QVariant("DejaVu Sans Semi-Bold Italic 10.5") << "DejaVu Sans 10.5pt";
-    QTest::newRow("family like a style") << QVariant("Bold 12") << "Bold 12pt";
-    QTest::newRow("comma") << QVariant("Noto Sans, 10") << "Noto Sans 10pt";
-    QTest::newRow("pixels") << QVariant("Noto Sans 16px") << "Noto Sans 16px";
+    QTest::addColumn<QString>("family"); // and size, twice as large; that of before when empty
+    QTest::newRow("plain") << QVariant("Cantarell 11") << "Cantarell 22pt";
+    QTest::newRow("style") << QVariant("DejaVu Sans Semi-Bold Italic 10.5") << "DejaVu Sans 21pt";
+    QTest::newRow("family like a style") << QVariant("Bold 12") << "Bold 24pt";
+    QTest::newRow("comma") << QVariant("Noto Sans, 10") << "Noto Sans 20pt";
+    QTest::newRow("pixels") << QVariant("Noto Sans 16px") << "Noto Sans 32px";
     QTest::newRow("no size") << QVariant("Cantarell") << "";
     QTest::newRow("size of nothing") << QVariant("Cantarell 0") << "";
     QTest::newRow("no font") << QVariant(7) << "";
@@ -174,6 +174,7 @@ void PreferencesTest::fontFollowsTheDesktops()
             .arg(pixels ? font.pixelSize() : font.pointSizeF())
             .arg(pixels ? "px" : "pt");
     };
+    change("org.gnome.desktop.interface", "text-scaling-factor", 2.0);
     const QString before = shown();
     change("org.gnome.desktop.interface", "font-name", description);
     QCOMPARE(shown(), family.isEmpty() ? before : family);

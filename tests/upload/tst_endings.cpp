@@ -127,12 +127,14 @@ void EndingsTest::anUploadOutlivesItsScreen()
     fixture.startUpload();
     const std::weak_ptr<FileUploaderState> state = fixture.screen;
     QVERIFY(fixture.logHas("copying clip.mov"));
+    const QSignalSpy ended(fixture.app.uploadActivity(), &UploadActivity::ended);
     fixture.screen.reset();
     QVERIFY(!state.expired());
     fixture.tool.make("go");
     QVERIFY(fixture.isIdle());
     QCOMPARE(fixture.registrations(), std::size_t{1});
     QTRY_VERIFY(state.expired());
+    QCOMPARE(ended.count(), 0); // which would quit the program
 }
 
 void EndingsTest::endingEverything()
