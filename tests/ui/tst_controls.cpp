@@ -1,5 +1,6 @@
 #include "testkit/ProgramFixture.h"
 #include "testkit/SteppedClock.h"
+#include "ui/look/SharedTexture.h"
 #include "ui/look/Squircle.h"
 
 #include <QGuiApplication>
@@ -19,6 +20,7 @@ class ControlsTest : public QObject
 
 private Q_SLOTS:
     void aDrawingIsShownFromWhenItCanBeSeen();
+    void equalPicturesAreDrawnOnce();
     void showThatTheyArePressed_data();
     void showThatTheyArePressed();
 
@@ -84,6 +86,24 @@ void ControlsTest::aDrawingIsShownFromWhenItCanBeSeen()
         shape.setOpacity(seen ? 1 : 0);
         QCOMPARE(window.grabWindow().pixelColor(5, 5), QColor(seen ? Qt::red : Qt::white));
     }
+}
+
+void ControlsTest::equalPicturesAreDrawnOnce()
+{
+    QQuickWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    int drawn = 0;
+    const auto draw = [&drawn] {
+        ++drawn;
+        return QImage(1, 1, QImage::Format_ARGB32_Premultiplied);
+    };
+    auto first = look::sharedTexture(window, 1, draw);
+    QCOMPARE(look::sharedTexture(window, 1, draw), first);
+    QVERIFY(look::sharedTexture(window, 2, draw) != first);
+    first.reset(); // with the last who shows it
+    QVERIFY(look::sharedTexture(window, 1, draw) != nullptr);
+    QCOMPARE(drawn, 3);
 }
 
 void ControlsTest::showThatTheyArePressed_data()
