@@ -19,6 +19,7 @@ private Q_SLOTS:
 
 void CompositorTest::whoeverOwnsTheSelectionComposites()
 {
+    QVERIFY(!isComposited()); // nobody has ever named the selection
     xcb_connection_t* server = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
     const QByteArray name("_NET_WM_CM_S0");
     xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
