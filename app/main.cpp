@@ -1,5 +1,4 @@
 #include "app/Program.h"
-#include "desktop/FontCatalogue.h"
 #include "desktop/ProcessSetup.h"
 #include "desktop/Termination.h"
 
@@ -10,7 +9,6 @@ namespace {
 int run(char** argv)
 {
     int argc = 1; // the program has no options, so the toolkit's do not count either
-    const tessary::desktop::FontCatalogue fontCatalogue;
     const QGuiApplication application(argc, argv);
     tessary::Program program({});
     const tessary::desktop::Termination termination;

@@ -5,7 +5,6 @@
 
 #include "app/Program.h"
 #include "benchmarks/MonotonicClock.h"
-#include "desktop/FontCatalogue.h"
 #include "desktop/ProcessSetup.h"
 #include "service/Diagnostics.h"
 #include "testkit/ProcessUsage.h"
@@ -86,7 +85,6 @@ int main(int argc, char** argv)
         return showBareWindow(kind == "text" ? "Text { text: 'One line of text' }" : "", start);
     }
     desktop::prepareProcess();
-    const desktop::FontCatalogue fontCatalogue;
     const QGuiApplication application(argc, argv);
     return showProgram(kind == "uploader", start);
 }
