@@ -35,6 +35,7 @@ private Q_SLOTS:
     void progressTakesAnyNumber_data();
     void progressTakesAnyNumber();
     void logFollowsItsEndAndOtherwiseStays();
+    void barComesWithWhatCanBeScrolledAndScrollsIt();
     void hiddenLogComesBackWhereItWas();
     void whatIsCutOffShowsUnderThePointer();
     void detailsHideAndShow();
@@ -44,6 +45,12 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] FileUploaderState& state() { return m_fixture->state(); }
+
+    /// What the log scrolls in.
+    [[nodiscard]] QQuickItem* logArea() const
+    {
+        return m_fixture->item("logText")->parentItem()->parentItem()->parentItem();
+    }
 
     std::unique_ptr<testkit::ProgramFixture> m_fixture;
 };
@@ -158,7 +165,7 @@ void UploaderWindowTest::progressTakesAnyNumber()
 void UploaderWindowTest::logFollowsItsEndAndOtherwiseStays()
 {
     QQuickItem* log = m_fixture->item("logText");
-    QQuickItem* area = log->parentItem()->parentItem()->parentItem();
+    QQuickItem* area = logArea();
     const auto place = [area] { return area->property("contentY").toDouble(); };
     const auto end = [area] { return area->property("lastY").toDouble(); };
     state().processOutput(u"line\n"_s.repeated(200));
@@ -184,10 +191,26 @@ void UploaderWindowTest::logFollowsItsEndAndOtherwiseStays()
     QCOMPARE(log->property("selectedText").toString(), "line");
 }
 
+void UploaderWindowTest::barComesWithWhatCanBeScrolledAndScrollsIt()
+{
+    QQuickItem* area = logArea();
+    const auto bar = [this] { return m_fixture->window().findChild<QQuickItem*>("scrollBar"); };
+    QVERIFY(bar() == nullptr);
+    state().processOutput(u"line\n"_s.repeated(200));
+    QTRY_VERIFY(bar() != nullptr);
+    auto* thumb = bar()->property("contentItem").value<QQuickItem*>();
+    const auto middle = [thumb] { return thumb->mapToScene(thumb->boundingRect().center()).toPoint(); };
+    QTRY_VERIFY(middle().y() > area->mapToScene({0, area->height() / 2}).y()); // it follows the end
+    QTest::mousePress(&m_fixture->window(), Qt::LeftButton, {}, middle());
+    QTest::mouseMove(&m_fixture->window(), middle() - QPoint(0, int(area->height())));
+    QCOMPARE(area->property("contentY").toDouble(), 0.0);
+    QTest::mouseRelease(&m_fixture->window(), Qt::LeftButton, {}, middle());
+}
+
 void UploaderWindowTest::hiddenLogComesBackWhereItWas()
 {
     QQuickItem* log = m_fixture->item("logText");
-    QQuickItem* area = log->parentItem()->parentItem()->parentItem();
+    QQuickItem* area = logArea();
     state().processOutput(u"line\n"_s.repeated(200));
     QTRY_VERIFY(area->property("contentY").toDouble() > 100);
     area->setProperty("contentY", 10);
@@ -196,7 +219,7 @@ void UploaderWindowTest::hiddenLogComesBackWhereItWas()
     state().processOutput(u"unseen\n"_s.repeated(20));
     state().setShowDetails(true);
     QTRY_COMPARE(log->property("text").toString(), state().logs());
-    QTRY_COMPARE(log->parentItem()->parentItem()->parentItem()->opacity(), 1.0);
+    QTRY_COMPARE(logArea()->opacity(), 1.0);
     QCOMPARE(area->property("contentY").toDouble(), 10.0);
     state().processOutput(u"seen\n"_s);
     QTRY_COMPARE(area->property("contentY"), area->property("lastY"));

@@ -2,26 +2,19 @@ import QtQuick
 import Tessary
 import Tessary.Look
 
-// The form in the card of a key screen. It takes the focus, which was asked for before it showed.
+// The form in the card of a key screen. It is made when it comes in, and takes the focus, which was asked for before.
 Column {
     id: view
 
-    required property KeyForm form
-    required property string heading
-    required property string submitText
-    required property string cancelText
-    required property string errorMessage
-    required property bool focusWanted
+    required property KeyScreen screen
     readonly property Item keyField: keyGroup.field
     property real amount: 0
 
-    signal canceled
-
     spacing: 24
     opacity: amount
-    onVisibleChanged: amount = visible ? 1 : 0
-    onFocusWantedChanged: {
-        if (focusWanted)
+    Component.onCompleted: {
+        amount = 1;
+        if (screen.focusedField === KeyScreen.ApiKey)
             keyField.forceActiveFocus(Qt.OtherFocusReason);
     }
 
@@ -44,7 +37,7 @@ Column {
 
         StyledText {
             width: parent.width
-            text: view.heading
+            text: view.screen.heading
             font: Look.heading
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
@@ -64,30 +57,30 @@ Column {
         id: keyGroup
 
         width: view.width
-        form: view.form
+        form: view.screen.form
     }
 
     ErrorLine {
         width: view.width
-        errorMessage: view.errorMessage
+        errorMessage: view.screen.errorMessage
     }
 
     PushButton {
         objectName: "submitKeyButton"
         width: view.width
-        text: view.submitText
+        text: view.screen.submitText
         prominent: true
-        enabled: view.form.apiKey !== ""
-        onClicked: view.form.submitKey()
+        enabled: view.screen.form.apiKey !== ""
+        onClicked: view.screen.form.submitKey()
     }
 
     PushButton {
         objectName: "cancelKeyButton"
         width: view.width
-        visible: view.cancelText !== ""
-        Accessible.ignored: view.cancelText === ""
-        text: view.cancelText
+        visible: view.screen.cancelText !== ""
+        Accessible.ignored: view.screen.cancelText === ""
+        text: view.screen.cancelText
         textColor: Look.grayTextColor
-        onClicked: view.canceled()
+        onClicked: view.screen.canceled()
     }
 }

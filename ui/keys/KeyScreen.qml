@@ -25,7 +25,7 @@ FocusScope {
     // The one way to submit by Return, from the field or, as the default button, from anywhere that has no use for
     // Return itself. A key held down counts once.
     Keys.onPressed: event => ReturnKey.handle(event, () => {
-        if (formView.keyField.activeFocus || form.apiKey !== "")
+        if (formRoom.item?.keyField.activeFocus || form.apiKey !== "") // qmllint disable
             form.submitKey();
     })
     Component.onCompleted: showLogo = true
@@ -96,18 +96,15 @@ FocusScope {
                     shown: screen.showLogo
                 }
 
-                KeyFormView {
-                    id: formView
+                // By address: what the form is made of is not read before it comes.
+                Later {
+                    id: formRoom
 
                     width: parent.width
-                    visible: screen.showWelcome
-                    form: screen.form
-                    heading: screen.heading
-                    submitText: screen.submitText
-                    cancelText: screen.cancelText
-                    errorMessage: screen.errorMessage
-                    focusWanted: screen.showWelcome && screen.focusedField === KeyScreen.ApiKey
-                    onCanceled: screen.canceled()
+                    shown: screen.showWelcome
+                    Component.onCompleted: setSource("KeyFormView.qml", {
+                        screen: screen
+                    })
                 }
             }
         }

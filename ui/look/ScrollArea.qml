@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tessary.Look
 
 // A vertical scroll area as a desktop has it: the wheel, the touch screen and the bar scroll it, a mouse drag does
@@ -55,27 +54,18 @@ Item {
         interactive: false
         clip: area.lastY > 0 // each kind of what is drawn would else be drawn in two ways
         boundsBehavior: Flickable.StopAtBounds
+    }
 
-        T.ScrollBar.vertical: T.ScrollBar {
-            id: bar
-
-            policy: T.ScrollBar.AsNeeded
-            visible: size < 1
-            leftPadding: 7
-            rightPadding: 1 // beside the text, not on it
-            topPadding: area.barInset
-            bottomPadding: area.barInset
-            minimumSize: 0.08
-            implicitWidth: 12
-            Accessible.ignored: true // its area scrolls to what the keyboard is at
-
-            contentItem: Squircle {
-                implicitWidth: 4
-                radius: 2
-                fill: Look.labelColor
-                opacity: bar.pressed || bar.hovered ? 0.7 : 0.52
-            }
-        }
+    // There is nothing of the bar while all of the content is in view.
+    Later {
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.right: parent.right
+        shown: area.height > 0 && area.lastY > 0 // there is no height before the window has its own
+        Component.onCompleted: setSource("ScrollAreaBar.qml", {
+            area: area,
+            flickable: flickable
+        })
     }
 
     WheelHandler {
