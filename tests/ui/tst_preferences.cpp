@@ -187,9 +187,10 @@ void PreferencesTest::textGrowsWithTheDesktops()
     };
     const double before = size();
     change("org.gnome.desktop.interface", "text-scaling-factor", 2.0);
-    QCOMPARE(size(), 2 * before);
+    const bool scaledAlready = QGuiApplication::platformName() == "xcb"; // by the screen's resolution
+    QCOMPARE(size(), (scaledAlready ? 1 : 2) * before);
     auto underWay = m_fixture->application().uploadActivity()->beginRegistration();
-    m_fixture->press(Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(!m_fixture->window().close());
     for (const char* name : {"confirmButton", "declineButton"}) {
         QVERIFY(m_fixture->driver().ready(name));
         QVERIFY(m_fixture->item(name)->width() >= m_fixture->item(name)->implicitWidth());
