@@ -80,12 +80,17 @@ void ControlsTest::aDrawingIsShownFromWhenItCanBeSeen()
     look::Squircle shape(window.contentItem());
     shape.setSize({10, 10});
     shape.setProperty("fill", QColor(Qt::red));
+    shape.setProperty("radius", 4);
     window.resize(10, 10);
     window.show();
     for (const bool seen : {false, true}) {
         shape.setOpacity(seen ? 1 : 0);
         QCOMPARE(window.grabWindow().pixelColor(5, 5), QColor(seen ? Qt::red : Qt::white));
     }
+    const QImage picture = window.grabWindow();
+    const auto whiteAt = [&picture](int x) { return picture.pixelColor(x, 0).green(); };
+    const int curve = whiteAt(0) < 255 ? whiteAt(0) : whiteAt(1) < 255 ? whiteAt(1) : whiteAt(2);
+    QVERIFY2(curve > 0 && curve < 255, qPrintable(QString::number(curve))); // it is smooth
 }
 
 void ControlsTest::equalPicturesAreDrawnOnce()
