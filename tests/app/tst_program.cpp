@@ -32,8 +32,9 @@ public:
         if (event->type() == QEvent::PlatformSurface &&
             static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() ==
                 QPlatformSurfaceEvent::SurfaceCreated) {
-            const auto* window = qobject_cast<QWindow*>(watched);
-            sizes.insert(window, window->size());
+            if (const auto* window = qobject_cast<QWindow*>(watched); window != nullptr) {
+                sizes.insert(window, window->size());
+            }
         }
         return false;
     }
