@@ -14,7 +14,6 @@ LauncherEntry::LauncherEntry(QDBusConnection bus, QObject* parent) : QObject(par
     connect(&m_interval, &QTimer::timeout, this, [this] {
         if (m_progress != m_sentProgress) {
             send();
-            m_interval.start();
         }
     });
     send();
@@ -36,7 +35,6 @@ void LauncherEntry::setProgress(std::optional<double> fraction)
     m_progress = fraction;
     if (appears || !m_interval.isActive()) {
         send();
-        m_interval.start();
     }
 }
 
@@ -64,6 +62,7 @@ void LauncherEntry::send()
                              {QStringLiteral("urgent"), m_urgent},
                          }});
     m_bus.send(update);
+    m_interval.start();
 }
 
 } // namespace tessary::desktop

@@ -1,7 +1,7 @@
 #include "desktop/Notifications.h"
 
-#include <QDBusPendingCall>
-#include <QDBusPendingCallWatcher>
+#include "desktop/Ask.h"
+
 #include <QVariantMap>
 #include <QVersionNumber>
 
@@ -27,8 +27,8 @@ QDBusMessage serverCall(const QString& method)
 bool isOpener(const QVariantList& information)
 {
     constexpr int firstWithTokens = 46;
-    return information.size() > 2 && information.at(0).toString() == QLatin1StringView("gnome-shell") &&
-           QVersionNumber::fromString(information.at(2).toString()).majorVersion() < firstWithTokens;
+    return information.value(0).toString() == QLatin1StringView("gnome-shell") &&
+           QVersionNumber::fromString(information.value(2).toString()).majorVersion() < firstWithTokens;
 }
 
 } // namespace
@@ -40,34 +40,25 @@ void Notifications::show(quint64 subject, const Notification& notification)
     if (!m_bus.isConnected()) {
         return;
     }
-    if (m_capabilities) {
+    if (m_abilities) {
         send(subject, notification);
         return;
     }
-    call(serverCall(QStringLiteral("GetCapabilities")),
-         [this, subject, notification](const QDBusMessage& answer) {
-             if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
-                 return; // asked again the next time: a server may come
-             }
-             const QStringList capabilities = answer.arguments().constFirst().toStringList();
-             call(serverCall(QStringLiteral("GetServerInformation")),
-                  [this, subject, notification, capabilities](const QDBusMessage& information) {
-                      listen();
-                      m_capabilities = capabilities;
-                      m_pressable = capabilities.contains(QStringLiteral("actions")) &&
-                                    !isOpener(information.arguments());
-                      send(subject, notification);
-                  });
-         });
-}
-
-void Notifications::call(const QDBusMessage& message, std::function<void(const QDBusMessage&)> take)
-{
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, take = std::move(take)] {
-        watcher->deleteLater();
-        take(watcher->reply());
-    });
+    ask(m_bus, serverCall(QStringLiteral("GetCapabilities")), this,
+        [this, subject, notification](const QDBusMessage& answer) {
+            if (answer.type() != QDBusMessage::ReplyMessage) {
+                return; // asked again the next time: a server may come
+            }
+            const QStringList capabilities = answer.arguments().value(0).toStringList();
+            ask(m_bus, serverCall(QStringLiteral("GetServerInformation")), this,
+                [this, subject, notification, capabilities](const QDBusMessage& information) {
+                    listen();
+                    m_abilities = {capabilities.contains(QStringLiteral("body-markup")),
+                                   capabilities.contains(QStringLiteral("actions")) &&
+                                       !isOpener(information.arguments())};
+                    send(subject, notification);
+                });
+        });
 }
 
 void Notifications::listen()
@@ -91,9 +82,8 @@ void Notifications::send(quint64 subject, const Notification& notification)
     constexpr uchar critical = 2;
     constexpr int asLongAsTheServerLikes = -1;
     constexpr int untilItIsClosed = 0;
-    const bool markup = m_capabilities->contains(QStringLiteral("body-markup"));
     QStringList actions;
-    if (m_pressable) {
+    if (m_abilities->pressable) {
         actions = {defaultAction, QStringLiteral("Show")};
     }
     const QVariantMap hints{
@@ -102,11 +92,11 @@ void Notifications::send(quint64 subject, const Notification& notification)
     };
     QDBusMessage notify = serverCall(QStringLiteral("Notify"));
     notify.setArguments({applicationName, m_ids.value(subject), applicationId, notification.title,
-                         markup ? notification.body.toHtmlEscaped() : notification.body, actions, hints,
-                         notification.urgent ? untilItIsClosed : asLongAsTheServerLikes});
-    call(notify, [this, subject](const QDBusMessage& answer) {
-        if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
-            m_ids.insert(subject, answer.arguments().constFirst().toUInt());
+                         m_abilities->markup ? notification.body.toHtmlEscaped() : notification.body, actions,
+                         hints, notification.urgent ? untilItIsClosed : asLongAsTheServerLikes});
+    ask(m_bus, notify, this, [this, subject](const QDBusMessage& answer) {
+        if (answer.type() == QDBusMessage::ReplyMessage) {
+            m_ids.insert(subject, answer.arguments().value(0).toUInt());
         }
     });
 }
@@ -128,12 +118,12 @@ void Notifications::takeAction(uint id, const QString& action)
 
 void Notifications::forget(uint id)
 {
-    m_ids.remove(m_ids.key(id, 0));
+    m_ids.removeIf([id](const auto shown) { return shown.value() == id; });
 }
 
 void Notifications::forgetServer()
 {
-    m_capabilities.reset();
+    m_abilities.reset();
     m_ids.clear();
 }
 

@@ -1,14 +1,11 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QHash>
 #include <QObject>
 #include <QString>
-#include <QStringList>
 
-#include <functional>
 #include <optional>
 
 namespace tessary::desktop {
@@ -43,17 +40,21 @@ private Q_SLOTS:
     void forget(uint id);
 
 private:
-    void call(const QDBusMessage& message, std::function<void(const QDBusMessage&)> take);
+    struct Abilities
+    {
+        bool markup;    ///< takes the body for markup
+        bool pressable; ///< tells of the press
+    };
+
     void forgetServer();
     void listen();
     void send(quint64 subject, const Notification& notification);
 
     QDBusConnection m_bus;
-    QDBusServiceWatcher m_server;              ///< of nothing before one has answered
-    std::optional<QStringList> m_capabilities; ///< of the server, once it was asked
-    bool m_pressable = false;                  ///< it tells of the press
-    QHash<quint64, uint> m_ids;                ///< as the server calls the last of each subject
-    QString m_token;                           ///< comes just before the action
+    QDBusServiceWatcher m_server;         ///< of nothing before one has answered
+    std::optional<Abilities> m_abilities; ///< of the server, once it was asked
+    QHash<quint64, uint> m_ids;           ///< as the server calls the last of each subject
+    QString m_token;                      ///< comes just before the action
 };
 
 } // namespace tessary::desktop

@@ -1,12 +1,11 @@
 #include "desktop/PortalAppearance.h"
 
+#include "desktop/Ask.h"
 #include "desktop/Portal.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusMetaType>
-#include <QDBusPendingCall>
-#include <QDBusPendingCallWatcher>
 
 #include <algorithm>
 
@@ -38,10 +37,7 @@ PortalAppearance::PortalAppearance(QDBusConnection bus, QObject* parent)
     QDBusMessage question = QDBusMessage::createMethodCall(portal::service, portal::path, settingsInterface,
                                                            QStringLiteral("ReadAll"));
     question.setArguments({QStringList{appearance, accessibility, desktopInterface}});
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        const QDBusMessage answer = watcher->reply();
+    ask(m_bus, question, this, [this](const QDBusMessage& answer) {
         if (answer.type() == QDBusMessage::ReplyMessage &&
             answer.signature() == QLatin1StringView("a{sa{sv}}")) {
             m_settings = qdbus_cast<Settings>(answer.arguments().constFirst());
@@ -70,10 +66,8 @@ double PortalAppearance::textScale() const
 {
     constexpr double smallest = 0.5;
     constexpr double largest = 3;
-    bool isNumber = false;
-    const double scale =
-        m_settings[desktopInterface].value(QStringLiteral("text-scaling-factor")).toDouble(&isNumber);
-    return isNumber && scale > 0 ? std::clamp(scale, smallest, largest) : 1; // also when it is not a number
+    const double scale = m_settings[desktopInterface].value(QStringLiteral("text-scaling-factor")).toDouble();
+    return scale > 0 ? std::clamp(scale, smallest, largest) : 1; // also when it is not a number
 }
 
 void PortalAppearance::takeSetting(const QString& group, const QString& key, const QDBusVariant& value)

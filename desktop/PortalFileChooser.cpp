@@ -1,20 +1,18 @@
 #include "desktop/PortalFileChooser.h"
 
+#include "desktop/Ask.h"
 #include "desktop/Portal.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCall>
-#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QDir>
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QPluginLoader>
+#include <QStringList>
 #include <QUuid>
 #include <QWindow>
 
-#include <algorithm>
-#include <array>
 #include <chrono>
 
 namespace tessary::desktop {
@@ -37,16 +35,16 @@ QDBusMessage call(const QString& path, const QString& interface, const QString& 
 /// The platform theme that the toolkit takes on this desktop; empty for none of its own.
 QString themeOfDesktop()
 {
-    static const std::array<QString, 7> gtk{QStringLiteral("GNOME"),    QStringLiteral("X-CINNAMON"),
-                                            QStringLiteral("PANTHEON"), QStringLiteral("UNITY"),
-                                            QStringLiteral("MATE"),     QStringLiteral("XFCE"),
-                                            QStringLiteral("LXDE")};
+    static const QStringList gtk{QStringLiteral("GNOME"),    QStringLiteral("X-CINNAMON"),
+                                 QStringLiteral("PANTHEON"), QStringLiteral("UNITY"),
+                                 QStringLiteral("MATE"),     QStringLiteral("XFCE"),
+                                 QStringLiteral("LXDE")};
     const QString names = qEnvironmentVariable("XDG_CURRENT_DESKTOP").toUpper();
     for (const QString& name : names.split(u':', Qt::SkipEmptyParts)) {
         if (name == QLatin1StringView("KDE")) {
             return QStringLiteral("kde");
         }
-        if (std::find(gtk.begin(), gtk.end(), name) != gtk.end()) {
+        if (gtk.contains(name)) {
             return QStringLiteral("gtk3");
         }
     }
@@ -117,17 +115,14 @@ void PortalFileChooser::open(const QWindow* window, const QString& title)
     m_window = portalNameOf(window);
     m_title = title;
     m_timer.start();
-    ask(call(portal::path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
-             {fileChooser, QStringLiteral("version")}),
-        &PortalFileChooser::takeVersion);
+    askPortal(call(portal::path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+                   {fileChooser, QStringLiteral("version")}),
+              &PortalFileChooser::takeVersion);
 }
 
-void PortalFileChooser::ask(const QDBusMessage& question, Answered answered)
+void PortalFileChooser::askPortal(const QDBusMessage& question, Answered answered)
 {
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answered, round = m_round] {
-        watcher->deleteLater();
-        const QDBusMessage answer = watcher->reply();
+    ask(m_bus, question, this, [this, answered, round = m_round](const QDBusMessage& answer) {
         const QVariant value = answer.arguments().value(0);
         if (round != m_round) { // what was opened too late is not wanted any more
             const QString request = value.value<QDBusObjectPath>().path();
@@ -150,13 +145,13 @@ void PortalFileChooser::takeVersion(const QVariant& version)
         giveUp();
         return;
     }
-    const QString token = QStringLiteral("tessary") + QUuid::createUuid().toString(QUuid::Id128);
+    const QString token = QUuid::createUuid().toString(QUuid::Id128);
     // The answer may come before that of the call, so it is listened for where it will be announced.
     const QString sender = m_bus.baseService().mid(1).replace(u'.', u'_');
     listen(portal::path + QStringLiteral("/request/") + sender + u'/' + token);
     const QVariantMap options{{QStringLiteral("handle_token"), token}, {QStringLiteral("modal"), true}};
-    ask(call(portal::path, fileChooser, QStringLiteral("OpenFile"), {m_window, m_title, options}),
-        &PortalFileChooser::takeRequest);
+    askPortal(call(portal::path, fileChooser, QStringLiteral("OpenFile"), {m_window, m_title, options}),
+              &PortalFileChooser::takeRequest);
 }
 
 void PortalFileChooser::takeRequest(const QVariant& request)
@@ -177,8 +172,10 @@ void PortalFileChooser::listen(const QString& request)
     m_bus.disconnect(portal::service, m_request, requestInterface, QStringLiteral("Response"), this,
                      SLOT(takeResponse(uint, QVariantMap)));
     m_request = request;
-    m_bus.connect(portal::service, m_request, requestInterface, QStringLiteral("Response"), this,
-                  SLOT(takeResponse(uint, QVariantMap)));
+    if (!m_request.isEmpty()) {
+        m_bus.connect(portal::service, m_request, requestInterface, QStringLiteral("Response"), this,
+                      SLOT(takeResponse(uint, QVariantMap)));
+    }
 }
 
 void PortalFileChooser::takeResponse(uint response, const QVariantMap& results)
@@ -203,11 +200,7 @@ void PortalFileChooser::reset()
 {
     ++m_round;
     m_timer.stop();
-    if (!m_request.isEmpty()) {
-        m_bus.disconnect(portal::service, m_request, requestInterface, QStringLiteral("Response"), this,
-                         SLOT(takeResponse(uint, QVariantMap)));
-        m_request.clear();
-    }
+    listen({});
 }
 
 } // namespace tessary::desktop

@@ -52,9 +52,10 @@ private:
     using Answered = void (PortalFileChooser::*)(const QVariant& answer);
 
     /// Asks the portal; an answer that comes after the dialog was given up is dropped.
-    void ask(const QDBusMessage& question, Answered answered);
+    void askPortal(const QDBusMessage& question, Answered answered);
     void takeVersion(const QVariant& version);
     void takeRequest(const QVariant& request);
+    /// @param request empty for none any more
     void listen(const QString& request);
     void giveUp();
     void reset();
@@ -65,7 +66,7 @@ private:
     QString m_window;
     QString m_title;
     QString m_request; ///< the dialog's object, once it is up
-    uint m_round = 0;  ///< counts dialogs; tells a late answer
+    uint m_round{};    ///< counts dialogs; tells a late answer
 };
 
 } // namespace tessary::desktop

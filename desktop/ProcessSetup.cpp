@@ -25,20 +25,18 @@ bool isClosed(int descriptor)
 bool isAtEnd(int descriptor)
 {
     struct stat status = {};
-    if (fstat(descriptor, &status) != 0) {
-        return true;
-    }
+    fstat(descriptor, &status);
     if (S_ISCHR(status.st_mode)) {
         return status.st_rdev == nullDevice;
     }
     if (S_ISREG(status.st_mode)) {
         return lseek(descriptor, 0, SEEK_CUR) >= status.st_size;
     }
-    pollfd readable{descriptor, POLLIN, 0};
+    pollfd readable{descriptor, POLLIN, {}};
     if (poll(&readable, 1, 0) <= 0) {
         return false;
     }
-    int waiting = 0;
+    int waiting{};
     return ioctl(descriptor, FIONREAD, &waiting) == 0 && waiting == 0;
 }
 

@@ -1,13 +1,13 @@
 #include "desktop/SuspendInhibitor.h"
 
+#include "desktop/Ask.h"
 #include "desktop/Portal.h"
 
 #include <QDBusObjectPath>
-#include <QDBusPendingCall>
-#include <QDBusPendingCallWatcher>
 #include <QVariantMap>
 
 #include <array>
+#include <utility>
 
 namespace tessary::desktop {
 namespace {
@@ -98,7 +98,7 @@ SuspendInhibitor::SuspendInhibitor(QDBusConnection bus, QObject* parent)
 
 void SuspendInhibitor::setWanted(bool wanted)
 {
-    if (m_wanted == wanted || !m_bus.isConnected()) {
+    if (m_wanted == wanted) {
         return;
     }
     m_wanted = wanted;
@@ -112,21 +112,18 @@ void SuspendInhibitor::setWanted(bool wanted)
 
 void SuspendInhibitor::askNext()
 {
-    if (!m_wanted || m_release || m_asked == inhibitions.size()) {
+    if (m_asked == inhibitions.size()) {
         return;
     }
     const Inhibition& inhibition = inhibitions.at(m_asked++);
     m_asking = true;
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(inhibition.ask()), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, end = inhibition.end] {
-        watcher->deleteLater();
+    ask(m_bus, inhibition.ask(), this, [this, end = inhibition.end](const QDBusMessage& answer) {
         m_asking = false;
-        const QDBusMessage answer = watcher->reply();
-        if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
+        if (answer.type() != QDBusMessage::ReplyMessage) {
             askNext();
             return;
         }
-        m_release = end(answer.arguments().constFirst());
+        m_release = end(answer.arguments().value(0));
         if (!m_wanted) { // the upload ended while the question was on its way
             release();
         }
@@ -136,8 +133,7 @@ void SuspendInhibitor::askNext()
 void SuspendInhibitor::release()
 {
     if (m_release) {
-        m_bus.call(*m_release, QDBus::NoBlock);
-        m_release.reset();
+        m_bus.call(*std::exchange(m_release, std::nullopt), QDBus::NoBlock);
     }
 }
 

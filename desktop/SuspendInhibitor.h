@@ -28,7 +28,7 @@ private:
     QDBusConnection m_bus;
     bool m_wanted = false;
     bool m_asking = false;
-    std::size_t m_asked = 0;               ///< how many have been asked since it was wanted
+    std::size_t m_asked{};                 ///< how many have been asked since it was wanted
     std::optional<QDBusMessage> m_release; ///< the call that ends the inhibition, while there is one
 };
 

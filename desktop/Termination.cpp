@@ -3,7 +3,8 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <fcntl.h>
+#include <cstdint>
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace tessary::desktop {
@@ -12,26 +13,15 @@ namespace {
 constexpr std::array terminationSignals{SIGTERM, SIGINT, SIGHUP};
 
 volatile std::sig_atomic_t requestedBy = 0;
-volatile std::sig_atomic_t pipeToLoop = -1;
+volatile std::sig_atomic_t eventForLoop{};
 
 extern "C" void noteRequest(int signal)
 {
     const int error = errno; // of what is interrupted
     requestedBy = signal;
-    const char anything = 0;
-    [[maybe_unused]] const ssize_t written = write(pipeToLoop, &anything, sizeof anything);
+    const auto count = static_cast<std::uint64_t>(signal); // any but nothing
+    [[maybe_unused]] const ssize_t written = write(eventForLoop, &count, sizeof count);
     errno = error;
-}
-
-/// Makes the pipe and returns the end to be read.
-int openPipe()
-{
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        qFatal("No pipe for signals.");
-    }
-    pipeToLoop = ends[1];
-    return ends[0];
 }
 
 void setHandler(int signal, void (*handler)(int), int flags)
@@ -51,8 +41,11 @@ bool isIgnored(int signal)
 
 } // namespace
 
-Termination::Termination() : m_end(openPipe()), m_notifier(m_end, QSocketNotifier::Read)
+// Unlike the toolkit's event loop, which needs the same and was made before, this need not look whether there
+// is one.
+Termination::Termination() : m_notifier(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK), QSocketNotifier::Read)
 {
+    eventForLoop = static_cast<int>(m_notifier.socket());
     connect(&m_notifier, &QSocketNotifier::activated, this, [this] {
         m_notifier.setEnabled(false);
         Q_EMIT requested();
@@ -71,11 +64,10 @@ Termination::~Termination()
 {
     for (const int signal : terminationSignals) {
         if (!isIgnored(signal)) {
-            setHandler(signal, SIG_DFL, 0);
+            setHandler(signal, SIG_DFL, {});
         }
     }
-    close(m_end);
-    close(pipeToLoop);
+    close(eventForLoop);
 }
 
 void endAsRequested()

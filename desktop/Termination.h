@@ -22,8 +22,7 @@ Q_SIGNALS:
     void requested();
 
 private:
-    int m_end; ///< of the pipe that the handler writes to
-    QSocketNotifier m_notifier;
+    QSocketNotifier m_notifier; ///< of what the handler writes to
 };
 
 /// Ends the process by the signal that asked for its end, so that whoever waits for it sees that; returns

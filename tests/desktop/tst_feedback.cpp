@@ -120,6 +120,7 @@ void FeedbackTest::notifies()
     QVERIFY(settled(m_bus, m_desktop));
     QCOMPARE(replacedBy(1), 7); // in the place of the first
     QCOMPARE(replacedBy(2), 0);
+    QTRY_COMPARE(notifications.children(), QObjectList()); // nothing is kept of what was asked
 }
 
 void FeedbackTest::noticesThePress()
@@ -130,6 +131,7 @@ void FeedbackTest::noticesThePress()
     const QSignalSpy pressed(&notifications, &Notifications::pressed);
     notifications.show(5, {"Title", "Body"});
     QTRY_COMPARE(desktop.calls.size(), 3);
+    QCOMPARE(desktop.arguments.at(7).toInt(), -1); // it goes by itself
     QVERIFY(settled(m_bus, m_desktop));
     send("ActivationToken", {8U, "not ours"});
     send("ActionInvoked", {8U, "default"});
@@ -169,27 +171,32 @@ void FeedbackTest::serversComeAndGo()
 
 void FeedbackTest::showsProgressAtTheDock()
 {
-    QVERIFY(m_desktop.connect({}, {}, "com.canonical.Unity.LauncherEntry", "Update", this,
+    QVERIFY(m_desktop.connect({}, "/com/canonical/unity/launcherentry/tessary",
+                              "com.canonical.Unity.LauncherEntry", "Update", this,
                               SLOT(takeUpdate(QString, QVariantMap))));
     // The bus answers in turn, so it knows by then who listens.
     QVERIFY(m_desktop.interface()->isServiceRegistered(m_desktop.baseService()));
     {
         LauncherEntry entry(m_bus);
         QTRY_COMPARE(m_updates, QStringList{"0 0 0"}); // whatever an earlier run left there
+        const auto* interval = entry.findChild<QTimer*>();
+        QCOMPARE(interval->intervalAsDuration(), std::chrono::milliseconds(500));
         for (int percent = 1; percent <= 40; ++percent) {
             entry.setProgress(percent / 100.0);
         }
         QTRY_COMPARE(m_updates.size(), 3);
         QCOMPARE(m_updates.mid(1), (QStringList{"0.01 1 0", "0.4 1 0"}));
-        QTRY_VERIFY(!entry.findChild<QTimer*>()->isActive()); // with nothing to tell, nothing wakes
-        entry.setProgress(0.4);
+        QTRY_VERIFY(!interval->isActive()); // with nothing to tell, nothing wakes
+        entry.setProgress(0.5);
+        entry.setProgress(0.5);
         entry.setUrgent(true);
         entry.setUrgent(true);
         entry.setProgress(std::nullopt);
-        QTRY_COMPARE(m_updates.size(), 5);
-        QCOMPARE(m_updates.mid(3), (QStringList{"0.4 1 1", "0 0 1"}));
+        entry.setProgress(0.6);
+        QTRY_COMPARE(m_updates.size(), 7);
+        QCOMPARE(m_updates.mid(3), (QStringList{"0.5 1 0", "0.5 1 1", "0 0 1", "0.6 1 1"}));
     }
-    QTRY_COMPARE(m_updates.size(), 6);
+    QTRY_COMPARE(m_updates.size(), 8);
     QCOMPARE(m_updates.last(), "0 0 0");
 }
 
@@ -197,53 +204,66 @@ void FeedbackTest::endsInOrder_data()
 {
     QTest::addColumn<int>("signal");
     QTest::addColumn<bool>("ignored"); // by who started it
-    QTest::newRow("SIGTERM") << SIGTERM << false;
-    QTest::newRow("SIGINT") << SIGINT << false;
-    QTest::newRow("SIGHUP") << SIGHUP << false;
-    QTest::newRow("SIGHUP, ignored") << SIGHUP << true;
-    QTest::newRow("by itself") << 0 << false;
+    QTest::addColumn<QString>("manner");
+    QTest::addColumn<QByteArray>("last");
+    const QByteArray inOrder = "asked\nin order\n";
+    QTest::newRow("SIGTERM") << SIGTERM << false << "as the program" << inOrder;
+    QTest::newRow("SIGINT") << SIGINT << false << "as the program" << inOrder;
+    QTest::newRow("SIGHUP") << SIGHUP << false << "as the program" << inOrder;
+    QTest::newRow("SIGHUP, ignored") << SIGHUP << true << "as the program" << inOrder;
+    QTest::newRow("asked twice") << SIGTERM << false << "slowly" << QByteArray("asked\n");
+    QTest::newRow("by itself") << 0 << false << "for a moment" << QByteArray("in order\n");
 }
 
 void FeedbackTest::endsInOrder()
 {
     QFETCH(int, signal);
     QFETCH(bool, ignored);
+    QFETCH(QString, manner);
+    QFETCH(QByteArray, last);
     const bool byItself = signal == 0;
     QProcess program;
     program.setChildProcessModifier([signal, ignored] { std::signal(signal, ignored ? SIG_IGN : SIG_DFL); });
-    program.start(QCoreApplication::applicationFilePath(), {byItself ? "for a moment" : "as the program"});
+    program.start(QCoreApplication::applicationFilePath(), {manner});
     QByteArray said;
     connect(&program, &QProcess::readyReadStandardOutput, this, [&] { said += program.readAll(); });
     QTRY_VERIFY(said.startsWith("ready\n"));
     ::kill(pid_t(program.processId()), signal);
     if (signal == SIGHUP) { // it comes more than once
         ::kill(pid_t(program.processId()), ignored ? SIGTERM : SIGHUP);
+    } else if (manner == "slowly") {
+        QTRY_COMPARE(said, "ready\n" + last);
+        ::kill(pid_t(program.processId()), signal);
     }
     QTRY_COMPARE(program.state(), QProcess::NotRunning);
-    QCOMPARE(said, byItself ? "ready\nin order\n" : "ready\nasked\nin order\n");
+    QCOMPARE(said, "ready\n" + last);
     QCOMPARE(program.exitStatus() == QProcess::CrashExit, !byItself); // as Qt calls the end by a signal
     QCOMPARE(program.exitCode(), byItself ? EXIT_FAILURE : ignored ? SIGTERM : signal);
 }
 
 namespace {
 
-/// Ends when it is asked to; a second request would end it at once.
-int runAsTheProgram()
+/// Ends when it is asked to, unless that goes slowly.
+void runAsTheProgram(const QByteArray& manner)
 {
+    const auto say = [](const char* word) {
+        std::puts(word);
+        std::fflush(stdout);
+    };
+    const auto end = [] { QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit); };
     const Termination termination;
-    QObject::connect(&termination, &Termination::requested, QCoreApplication::instance(), [] {
-        std::puts("asked"); // and not again
-        QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
+    QObject::connect(&termination, &Termination::requested, QCoreApplication::instance(), [=] {
+        say("asked"); // and not again
+        if (manner != "slowly") {
+            end();
+        }
     });
-    std::puts("ready");
-    std::fflush(stdout);
-    if (QCoreApplication::arguments().last() == "for a moment") {
-        QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
+    say("ready");
+    if (manner == "for a moment") {
+        end();
     }
     QCoreApplication::exec();
-    std::puts("in order");
-    std::fflush(stdout);
-    return EXIT_SUCCESS;
+    say("in order");
 }
 
 } // namespace
@@ -251,8 +271,8 @@ int runAsTheProgram()
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    if (argc > 1 && QByteArrayList{"as the program", "for a moment"}.contains(argv[1])) {
-        runAsTheProgram();
+    if (argc > 1 && QByteArrayList{"as the program", "slowly", "for a moment"}.contains(argv[1])) {
+        runAsTheProgram(argv[1]);
         endAsRequested();
         return EXIT_FAILURE;
     }

@@ -28,10 +28,10 @@ int filledFile(const QByteArray& content)
     return open(qPrintable(file.fileName()), O_RDONLY);
 }
 
-int pipeWhoseWriter(bool isThere)
+int pipeWhoseWriter(bool isThere, const QByteArray& written = {})
 {
     std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) {
+    if (pipe(ends.data()) != 0 || write(ends[1], written.constData(), size_t(written.size())) < 0) {
         return -1;
     }
     if (!isThere) {
@@ -48,7 +48,8 @@ enum Finding {
     AtEnd = 4,
     CoreFilesOn = 8,
     DiesOfAPipe = 16,
-    Closed = 32
+    Closed = 32,
+    Spilt = 64
 };
 
 int findingWith(const MakeInput& makeInput)
@@ -56,6 +57,8 @@ int findingWith(const MakeInput& makeInput)
     const pid_t child = fork();
     if (child == 0) {
         const int input = makeInput();
+        const int unused = fcntl(STDERR_FILENO, F_DUPFD, 3);
+        close(unused);
         for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
             close(descriptor);
         }
@@ -78,6 +81,7 @@ int findingWith(const MakeInput& makeInput)
         finding |= core.rlim_cur == 0 && core.rlim_max == 0 ? 0 : CoreFilesOn;
         finding |= std::signal(SIGPIPE, SIG_DFL) == SIG_IGN ? 0 : DiesOfAPipe;
         finding |= write(STDOUT_FILENO, "", 1) == 1 && write(STDERR_FILENO, "", 1) == 1 ? 0 : Closed;
+        finding |= fcntl(STDERR_FILENO, F_DUPFD, 3) == unused ? 0 : Spilt;
         _exit(finding);
     }
     int status = 0;
@@ -111,6 +115,8 @@ void ProcessSetupTest::standardInput_data()
         "pipe at its end", [] { return pipeWhoseWriter(false); }, Replaced);
     row(
         "pipe that may bring more", [] { return pipeWhoseWriter(true); }, Kept);
+    row(
+        "pipe with the last of it", [] { return pipeWhoseWriter(false, "x"); }, SomethingToRead);
     row(
         "empty file", [] { return filledFile({}); }, Replaced);
     row(
