@@ -6,7 +6,7 @@
 
 #include <QtQml/qqml.h>
 
-// What windows know besides their screens.
+// What windows know besides their screens. There is one of each for the whole run.
 namespace tessary::qml {
 
 struct UploadActivityType
@@ -14,7 +14,7 @@ struct UploadActivityType
     Q_GADGET
     QML_FOREIGN(tessary::UploadActivity)
     QML_NAMED_ELEMENT(UploadActivity)
-    QML_UNCREATABLE("There is one for the whole run.")
+    QML_UNCREATABLE("")
 };
 
 struct ApplicationType
@@ -22,7 +22,7 @@ struct ApplicationType
     Q_GADGET
     QML_FOREIGN(tessary::tessary_macos_uploaderApp)
     QML_NAMED_ELEMENT(UploaderApp)
-    QML_UNCREATABLE("There is one for the whole run.")
+    QML_UNCREATABLE("")
 };
 
 struct ProgramType
@@ -30,7 +30,7 @@ struct ProgramType
     Q_GADGET
     QML_FOREIGN(tessary::Program)
     QML_NAMED_ELEMENT(Program)
-    QML_UNCREATABLE("There is one for the whole run.")
+    QML_UNCREATABLE("")
 };
 
 } // namespace tessary::qml

@@ -15,6 +15,7 @@ struct Start
 {
     double milliseconds;
     double mebibytes;
+    QStringList windowSize; ///< width and height
 };
 
 /// What the window is shown by, and what is aimed at there, as times of a bare window.
@@ -35,7 +36,7 @@ const QString uploader = QStringLiteral("uploader");
 
 std::vector<Surroundings> allSurroundings()
 {
-    constexpr int manyRounds = 21;
+    constexpr int manyRounds = 16;
     constexpr int fewRounds = 6;
     const std::pair<QString, QString> hardware{QStringLiteral("QT_QUICK_BACKEND"), QString()};
     const std::pair<QString, QString> byProcessor{QStringLiteral("LIBGL_ALWAYS_SOFTWARE"),
@@ -51,7 +52,8 @@ std::vector<Surroundings> allSurroundings()
              1.3}};
 }
 
-Start start(const QString& kind, const Surroundings& surroundings)
+/// @param windowSize for a bare window; the program's has its own
+Start start(const QString& kind, const QStringList& windowSize, const Surroundings& surroundings)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const auto& [name, value] : surroundings.environment) {
@@ -61,11 +63,11 @@ Start start(const QString& kind, const Surroundings& surroundings)
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/tessary_first_frame"),
-                  {kind, QString::number(monotonicMilliseconds(), 'f', 6)});
+                  QStringList{kind, QString::number(monotonicMilliseconds(), 'f', 6)} + windowSize);
     require(process.waitForFinished() && process.exitCode() == 0, QStringLiteral("a start of ") + kind);
-    const QList<QByteArray> printed = process.readAllStandardOutput().trimmed().split(' ');
-    require(printed.size() == 2, QStringLiteral("a report of ") + kind);
-    return {printed.front().toDouble(), printed.back().toDouble() / (1024 * 1024)};
+    const QStringList printed = QString::fromLatin1(process.readAllStandardOutput()).trimmed().split(u' ');
+    require(printed.size() == 4, QStringLiteral("a report of ") + kind);
+    return {printed[0].toDouble(), printed[1].toDouble() / (1024 * 1024), printed.mid(2)};
 }
 
 Figure ratioFigure(const QString& name, const QString& unit, const std::vector<double>& program,
@@ -97,9 +99,12 @@ std::vector<Figure> measureStartIn(const Surroundings& surroundings)
 {
     std::map<QString, std::vector<double>> times;
     std::map<QString, std::vector<double>> sizes;
+    QStringList windowSize; // a bare window is as large as the program's
     for (int round = 0; round < surroundings.rounds; ++round) {
-        for (const QString& kind : {bare, text, login, uploader}) {
-            const Start taken = start(kind, surroundings);
+        for (const QString& kind : {uploader, login, bare, text}) {
+            const bool sized = kind == bare || kind == text;
+            const Start taken = start(kind, sized ? windowSize : QStringList(), surroundings);
+            windowSize = taken.windowSize;
             if (round > 0) { // the first reads the files from the disk
                 times[kind].push_back(taken.milliseconds);
                 sizes[kind].push_back(taken.mebibytes);

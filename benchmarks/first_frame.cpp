@@ -1,7 +1,9 @@
 // Starts as the program does, or with a bare window in its place, and prints the milliseconds to the first
-// frame and, a second later, the most memory that was used, in bytes.
-//   tessary_first_frame bare|text|login|uploader START     START: when the process was launched, in ms of the
-//   monotonic clock; a text is one line in an otherwise bare window
+// frame and, a second later, the most memory that was used, in bytes, and the window's size.
+//   tessary_first_frame login|uploader START               START: when the process was launched, in ms of the
+//   tessary_first_frame bare|text START WIDTH HEIGHT       monotonic clock; a text is one line in an
+//   otherwise
+//                                                          bare window
 
 #include "app/Program.h"
 #include "benchmarks/MonotonicClock.h"
@@ -23,26 +25,34 @@ namespace {
 
 void report(QQuickWindow& window, double start)
 {
+    // Where a thread of its own draws, it notes the time: the main thread hears of the frame later.
+    const auto milliseconds = std::make_shared<double>();
+    constexpr auto once = Qt::SingleShotConnection;
     QObject::connect(
-        &window, &QQuickWindow::frameSwapped, qApp,
-        [start] {
-            const double milliseconds = benchmarks::monotonicMilliseconds() - start;
-            QTimer::singleShot(std::chrono::seconds(1), qApp, [milliseconds] {
-                printLine(QStringLiteral("%1 %2")
-                              .arg(milliseconds)
-                              .arg(testkit::takeProcessUsage().peakResidentBytes));
+        &window, &QQuickWindow::frameSwapped, &window,
+        [=] { *milliseconds = benchmarks::monotonicMilliseconds() - start; },
+        static_cast<Qt::ConnectionType>(Qt::DirectConnection | once));
+    QObject::connect(
+        &window, &QQuickWindow::frameSwapped, &window,
+        [milliseconds, &window] {
+            QTimer::singleShot(std::chrono::seconds(1), &window, [milliseconds, &window] {
+                printLine(QStringLiteral("%1 %2 %3 %4")
+                              .arg(*milliseconds)
+                              .arg(testkit::takeProcessUsage().peakResidentBytes)
+                              .arg(window.width())
+                              .arg(window.height()));
                 QCoreApplication::quit();
             });
         },
-        Qt::SingleShotConnection);
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | once));
 }
 
+/// @param content of the window, size included
 int showBareWindow(const QByteArray& content, double start)
 {
     QQmlEngine engine;
     QQmlComponent component(&engine);
-    component.setData("import QtQuick; Window { width: 900; height: 680; visible: true; " + content + " }",
-                      QUrl());
+    component.setData("import QtQuick; Window { visible: true; " + content + " }", QUrl());
     const std::unique_ptr<QObject> object(component.create());
     auto* window = qobject_cast<QQuickWindow*>(object.get());
     if (window == nullptr) {
@@ -75,14 +85,15 @@ int showProgram(bool signedIn, double start)
 
 int main(int argc, char** argv)
 {
-    if (argc != 3) {
+    if (argc != 3 && argc != 5) {
         return EXIT_FAILURE;
     }
     const QByteArray kind = argv[1];
     const double start = QByteArray(argv[2]).toDouble();
-    if (kind == "bare" || kind == "text") {
+    if (argc == 5) {
+        const QByteArray size = QByteArray("width: ") + argv[3] + "; height: " + argv[4] + "; ";
         const QGuiApplication application(argc, argv);
-        return showBareWindow(kind == "text" ? "Text { text: 'One line of text' }" : "", start);
+        return showBareWindow(size + (kind == "text" ? "Text { text: 'One line of text' }" : ""), start);
     }
     desktop::prepareProcess();
     const QGuiApplication application(argc, argv);

@@ -30,9 +30,8 @@ int statusOf(const QNetworkReply& reply)
 /// status, so its words have to tell.
 bool decompressionFailed(const QNetworkReply& reply)
 {
-    const QString words = QCoreApplication::translate("QHttp", "Decompression failed: %1");
     return reply.error() == QNetworkReply::UnknownContentError &&
-           reply.errorString().startsWith(words.section(u'%', 0, 0));
+           reply.errorString().startsWith(QLatin1StringView("Decompression failed: "));
 }
 
 /// Whether the network's proxy answered in place of the service.
@@ -87,7 +86,7 @@ QString describeTransportFailure(const QNetworkReply& reply)
 /// Where an answer sends the request to; invalid when it does not, or does not say where.
 QUrl redirectTarget(const QNetworkReply& reply)
 {
-    static constexpr std::array<int, 5> redirects{301, 302, 303, 307, 308};
+    static constexpr std::array redirects{301, 302, 303, 307, 308};
     if (std::find(redirects.begin(), redirects.end(), statusOf(reply)) == redirects.end()) {
         return {};
     }
@@ -195,9 +194,6 @@ private:
 
     void finish()
     {
-        if (m_ownReason.isEmpty()) {
-            readBody();
-        }
         if (!m_ownReason.isEmpty()) {
             fail(m_reply->error(), m_ownReason);
         } else if (!answerArrived(*m_reply)) {
@@ -237,7 +233,6 @@ private:
     /// Only the first outcome counts.
     void fulfil(const HttpOutcome& outcome)
     {
-        m_limit.stop();
         m_promise.addResult(outcome);
         m_promise.finish();
     }

@@ -22,12 +22,9 @@ JsonReading readJson(const QByteArray& bytes)
 
 std::optional<qint64> jsonInteger(const QJsonValue& value)
 {
-    if (!value.isDouble()) {
-        return std::nullopt;
-    }
-    // A number that does not convert exactly gives whatever default it is asked with.
-    const qint64 number = value.toInteger(0);
-    return number == value.toInteger(1) ? std::optional(number) : std::nullopt;
+    // 0 for what is no number, or one that does not convert exactly.
+    const qint64 number = value.toInteger();
+    return value == QJsonValue(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<qint64> jsonIntegerOrBool(const QJsonValue& value)

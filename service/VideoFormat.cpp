@@ -97,7 +97,7 @@ qint64 perspectiveNumber(const QString& text)
     if (bytes.startsWith('+') && !bytes.startsWith("+-")) {
         ++first;
     }
-    qint64 number = 0;
+    qint64 number{};
     const auto [end, error] = std::from_chars(first, bytes.cend(), number);
     return error == std::errc{} && end == bytes.cend() ? number : perspectiveWhenUnreadable;
 }

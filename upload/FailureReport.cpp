@@ -1,5 +1,6 @@
 #include "upload/FailureReport.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -7,16 +8,15 @@
 namespace tessary {
 
 FailureReport::FailureReport(ToolReport tool)
-    : m_tool(std::move(tool)), m_file(m_tool.logFile), m_reason(explainFailure({}, m_tool.lastWords))
+    : m_tool(std::move(tool)), m_reason(explainFailure({}, m_tool.lastWords))
 {
+    const QFileInfo log(m_tool.logFile);
     // Only a plain file: opening anything else could wait for ever.
-    if (!QFileInfo(m_tool.logFile).isFile() || !m_file.open(QIODevice::ReadOnly)) {
+    if (!log.isFile() || !log.isReadable()) {
         m_tool.logFile.clear();
         return;
     }
-    m_file.seek(std::max<qint64>(0, m_file.size() - maxTail));
-    connect(&m_reading, &QTimer::timeout, this, &FailureReport::readOn);
-    m_reading.start(0);
+    QMetaObject::invokeMethod(this, &FailureReport::readLog, Qt::QueuedConnection);
 }
 
 QUrl FailureReport::logFile() const
@@ -24,17 +24,13 @@ QUrl FailureReport::logFile() const
     return hasLogFile() ? QUrl::fromLocalFile(m_tool.logFile) : QUrl();
 }
 
-void FailureReport::readOn()
+void FailureReport::readLog()
 {
-    const QByteArray piece = m_file.read(std::min(readSize, maxTail - m_tail.size()));
-    m_tail += piece;
-    if (!piece.isEmpty() && m_tail.size() < maxTail) {
-        return;
+    QFile log(m_tool.logFile);
+    if (log.open(QIODevice::ReadOnly)) {
+        log.seek(std::max<qint64>(0, log.size() - maxTail));
+        m_reason = explainFailure(log.readAll(), m_tool.lastWords);
     }
-    m_reading.stop();
-    m_file.close();
-    m_reason = explainFailure(m_tail, m_tool.lastWords);
-    m_tail.clear();
     Q_EMIT changed();
 }
 

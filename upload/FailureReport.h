@@ -3,16 +3,13 @@
 #include "upload/FailureReason.h"
 #include "upload/ToolReport.h"
 
-#include <QFile>
 #include <QObject>
 #include <QString>
-#include <QTimer>
 #include <QUrl>
 
 namespace tessary {
 
-/// Why the last upload failed: reads the end of the tool's log, a little at a time, from the event loop. Main
-/// thread only.
+/// Why the last upload failed: reads the end of the tool's log, from the event loop. Main thread only.
 class FailureReport : public QObject
 {
     Q_OBJECT
@@ -25,7 +22,6 @@ class FailureReport : public QObject
 
 public:
     static constexpr qint64 maxTail = 256 * 1024; ///< bytes of the log that are read
-    static constexpr qint64 readSize = 16 * 1024; ///< bytes in one go
 
     explicit FailureReport(ToolReport tool);
 
@@ -43,12 +39,9 @@ Q_SIGNALS:
     void shownChanged();
 
 private:
-    void readOn();
+    void readLog();
 
     ToolReport m_tool;
-    QFile m_file;
-    QByteArray m_tail;
-    QTimer m_reading;
     FailureReason m_reason;
     bool m_shown = false;
 };

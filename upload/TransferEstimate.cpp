@@ -61,8 +61,8 @@ std::optional<TransferEstimate::Time> TransferEstimate::timeLeft(Time now) const
     const Step& last = m_steps.back();
     const double sent = static_cast<double>(last.sent - first.sent);
     const double took = std::chrono::duration<double, Time::period>(last.at - first.at).count();
-    if (sent <= 0 || took <= 0) {
-        return std::nullopt;
+    if (first.sent == last.sent) {
+        return std::nullopt; // of files without content
     }
     // Since the last step as much was sent as the rate says, but less than a step: a later one would have
     // been reported. So the longer the next one takes, the slower it is going.

@@ -40,7 +40,7 @@ void TransferProgress::hear(std::size_t file, const QString& output)
     // What cannot be read is 0, too: the share stays, and the throughput may still move.
     const double fraction = report->percentage == 0 ? qQNaN() : report->percentage / whole;
     m_estimate.report(file, fraction, report->throughput.value_or(QString()), now.awake);
-    if (!m_update.isActive() || m_update.intervalAsDuration() != updateInterval) {
+    if (m_update.intervalAsDuration() != updateInterval) {
         m_update.start(updateInterval);
     }
 }
@@ -50,8 +50,6 @@ void TransferProgress::update()
     const TransferEstimate::Time now = m_clock().awake;
     m_timeLeft.take(m_estimate.timeLeft(now));
     const std::optional<int> percent = percentOf(bytesSent(), bytesInAll());
-    m_inWords.clear();
-    m_inBrief.clear();
     if (percent) {
         QString left = m_timeLeft.inFull();
         QString leftInBrief = m_timeLeft.inBrief();

@@ -54,7 +54,7 @@ public:
     ~Transfer() override
     {
         m_process.disconnect(this); // what it says of its end would come to an object half gone
-        fulfil({true, std::nullopt});
+        fulfil({.cancelled = true});
     }
 
     Q_DISABLE_COPY_MOVE(Transfer)
@@ -62,6 +62,10 @@ public:
     QFuture<TransferOutcome> start(const QString& tool, const QStringList& arguments)
     {
         QFuture<TransferOutcome> outcome = m_promise.future();
+        if (!QFileInfo::exists(tool)) {
+            end({.failure = Error(toolDomain, 1, QStringLiteral("AzCopy binary not found"))});
+            return outcome;
+        }
         m_process.setInputChannelMode(QProcess::ForwardedInputChannel);
         desktop::endWithThisProgram(m_process);
         m_process.start(tool, arguments, QIODevice::ReadOnly);
@@ -89,7 +93,7 @@ private:
     {
         // Any other error has a running or an ended process, whose exit tells the outcome.
         if (error == QProcess::FailedToStart) {
-            end({false, Error(QStringLiteral("QProcess"), error, m_process.errorString())});
+            end({.failure = Error(QStringLiteral("QProcess"), error, m_process.errorString())});
         }
     }
 
@@ -98,52 +102,37 @@ private:
         if (statusOrSignal == 0 && m_process.exitStatus() == QProcess::NormalExit) {
             end({});
         } else if (m_stop.stop_requested()) {
-            end({true, std::nullopt});
+            end({.cancelled = true});
         } else {
-            end({false,
-                 Error(toolDomain, statusOrSignal,
-                       QStringLiteral("AzCopy exited with code %1").arg(statusOrSignal)),
-                 m_report});
+            end({.failure = Error(toolDomain, statusOrSignal,
+                                  QStringLiteral("AzCopy exited with code %1").arg(statusOrSignal)),
+                 .report = m_report});
         }
     }
 
     void end(const TransferOutcome& outcome)
     {
-        m_onStop.reset();
         m_refresher.stop();
         m_listener = {}; // lets go of the upload now, not when this is deleted
         fulfil(outcome);
         deleteLater();
     }
 
+    /// Only the first outcome counts.
     void fulfil(const TransferOutcome& outcome)
     {
-        if (!std::exchange(m_fulfilled, true)) {
-            m_promise.addResult(outcome);
-            m_promise.finish();
-        }
+        m_promise.addResult(outcome);
+        m_promise.finish();
     }
 
     TransferListener m_listener;
     std::stop_token m_stop;
     QPromise<TransferOutcome> m_promise;
-    bool m_fulfilled = false;
     ToolReport m_report;
     QTimer m_refresher;
     QProcess m_process;
     std::optional<std::stop_callback<std::function<void()>>> m_onStop;
 };
-
-/// The future of a transfer that never began. Qt's own makers of such futures changed their names on the way
-/// to 6.8.
-QFuture<TransferOutcome> endedBefore(const TransferOutcome& outcome)
-{
-    QPromise<TransferOutcome> promise;
-    promise.start();
-    promise.addResult(outcome);
-    promise.finish();
-    return promise.future();
-}
 
 } // namespace
 
@@ -157,9 +146,6 @@ QFuture<TransferOutcome> uploadFile(const QUrl& fileURL, const QString& sasUrl,
                                     const std::stop_token& stop, UploadActivity& activity)
 {
     const QString tool = resourcesFolder + QStringLiteral("/azcopy");
-    if (!QFileInfo::exists(tool)) {
-        return endedBefore({false, Error(toolDomain, 1, QStringLiteral("AzCopy binary not found"))});
-    }
     const QStringList arguments{
         QStringLiteral("copy"),      fileURL.toLocalFile(),       sasUrl,
         QStringLiteral("--from-to"), QStringLiteral("LocalBlob"), QStringLiteral("--log-level"),

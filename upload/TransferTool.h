@@ -20,7 +20,7 @@ class UploadActivity;
 struct TransferOutcome
 {
     bool cancelled = false;
-    std::optional<Error> failure;
+    std::optional<Error> failure = {};
     std::optional<ToolReport> report = {}; ///< of a tool that ended with another status than 0
 
     [[nodiscard]] bool succeeded() const { return !cancelled && !failure; }

@@ -35,7 +35,7 @@ QString sizeInWords(qint64 bytes)
         number /= thousand;
         ++unit;
     }
-    QString digits = QString::number(number, 'f', unit > 0 && number < roundsToTen ? 1 : 0);
+    QString digits = QString::number(number, 'f', number < roundsToTen ? 1 : 0);
     if (digits.endsWith(QLatin1StringView(".0"))) {
         digits.chop(2);
     }
@@ -46,7 +46,7 @@ std::optional<int> percentOf(qint64 part, qint64 whole)
 {
     constexpr int all = 100;
     constexpr double rounding = 1e-6; // 45 % of a number of bytes is no whole number
-    if (whole <= 0) {
+    if (whole == 0) {
         return std::nullopt;
     }
     // In floating point: a hundred times the bytes of a file can be more than an integer holds.

@@ -5,18 +5,12 @@
 #include "upload/UploadTask.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <algorithm>
 #include <iterator>
 
 namespace tessary {
-
-UploadActivity::UploadActivity(QObject* parent) : QObject(parent)
-{
-    m_killTimer.setSingleShot(true);
-    m_killTimer.setInterval(graceBeforeKill);
-    connect(&m_killTimer, &QTimer::timeout, this, &UploadActivity::killTools);
-}
 
 UploadActivity::~UploadActivity()
 {
@@ -82,7 +76,7 @@ UploadActivity::Bytes UploadActivity::bytes() const
 std::optional<double> UploadActivity::fractionSent() const
 {
     const auto [sent, inAll] = bytes();
-    return inAll > 0 ? std::optional(double(sent) / double(inAll)) : std::nullopt;
+    return inAll != 0 ? std::optional(double(sent) / double(inAll)) : std::nullopt;
 }
 
 QString UploadActivity::progressInWords() const
@@ -112,7 +106,7 @@ void UploadActivity::runTasks()
 void UploadActivity::endAll()
 {
     m_ending = true;
-    m_killTimer.start();
+    QTimer::singleShot(graceBeforeKill, this, &UploadActivity::killTools);
     for (const Task& upload : uploads()) {
         upload->stop.request_stop();
     }
@@ -130,8 +124,6 @@ std::vector<UploadActivity::Task> UploadActivity::uploads() const
 void UploadActivity::announceWhenEnded()
 {
     if (m_ending && uploads().empty()) {
-        m_ending = false;
-        m_killTimer.stop();
         Q_EMIT ended();
     }
 }

@@ -4,7 +4,6 @@
 
 #include <QObject>
 #include <QString>
-#include <QTimer>
 
 #include <chrono>
 #include <functional>
@@ -29,7 +28,7 @@ public:
     /// How long a tool may take from the request to end until it is killed. AzCopy needs about 2 s.
     static constexpr std::chrono::seconds graceBeforeKill{5};
 
-    explicit UploadActivity(QObject* parent = nullptr);
+    explicit UploadActivity(QObject* parent = nullptr) : QObject(parent) {}
 
     /// Ends all that is under way at once: what is queued never begins, tools are killed, requests are given
     /// up, also those of a sign-in. Each has let go of all it held when this object is gone.
@@ -87,7 +86,6 @@ private:
 
     std::list<Task> m_underWay;
     std::vector<std::function<void()>> m_tasks;
-    QTimer m_killTimer;
     bool m_ending = false;
     bool m_gone = false;
 };

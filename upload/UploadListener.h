@@ -45,7 +45,7 @@ public:
     [[nodiscard]] virtual const UploadForm& form() const = 0;
 
 private:
-    static inline quint64 s_count = 0;
+    static inline quint64 s_count{};
     quint64 m_number = ++s_count;
 };
 

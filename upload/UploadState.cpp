@@ -13,7 +13,7 @@ struct Row
 
 const Row& rowOf(UploadState state)
 {
-    static const std::array<Row, 8> table{{
+    static const auto table = std::to_array<Row>({
         /* Ready */ {QStringLiteral("Ready to upload"), std::nullopt},
         /* FileOrNameMissing */ {QStringLiteral("Select a file and enter a name."), std::nullopt},
         /* FilesOrNameMissing */ {QStringLiteral("Select both files and enter a name."), std::nullopt},
@@ -22,7 +22,7 @@ const Row& rowOf(UploadState state)
         /* Completed */ {QStringLiteral("Upload completed successfully!"), false},
         /* Failed */ {QStringLiteral("Error: "), false},
         /* Cancelled */ {QStringLiteral("Upload canceled"), false},
-    }};
+    });
     return table.at(static_cast<std::size_t>(state));
 }
 

@@ -172,7 +172,6 @@ QCoro::Task<> registerVideo(std::shared_ptr<UploadListener> screen, UploadDepend
         const QString apiKey = requireApiKey(dependencies);
         const VideoRegistration registration = screen->form().registration(blobs);
         const LibraryEntry video = co_await dependencies.apiService.submitLibraryData(apiKey, registration);
-        end.videoName = video.videoName;
         // Not QString::arg(): the name may hold a place marker.
         report = QLatin1StringView("Video uploaded. Library ID: ") + QString::number(video.id) +
                  QLatin1StringView(", Name: ") + video.videoName + u'\n';

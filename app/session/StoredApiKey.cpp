@@ -66,12 +66,12 @@ bool StoredApiKey::write(const QString& apiKey) const
     }
     QFile::setPermissions(m_folder, ownerFolder);
 
+    const QByteArray json = QJsonDocument(QJsonObject{{apiKeyName, apiKey}}).toJson();
     QSaveFile file(m_file);
     // The permissions come before the content, so that no one else can read a byte of it. What is still in
     // the buffer when the file is committed may get lost without an error.
     const bool written = file.open(QIODevice::WriteOnly) && file.setPermissions(ownerFile) &&
-                         file.write(QJsonDocument(QJsonObject{{apiKeyName, apiKey}}).toJson()) >= 0 &&
-                         file.flush() && file.commit();
+                         file.write(json) == json.size() && file.flush() && file.commit();
     if (!written) {
         report(failed, m_file, file.errorString());
     }

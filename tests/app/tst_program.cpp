@@ -32,8 +32,9 @@ public:
         if (event->type() == QEvent::PlatformSurface &&
             static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() ==
                 QPlatformSurfaceEvent::SurfaceCreated) {
-            const auto* window = qobject_cast<QWindow*>(watched);
-            sizes.insert(window, window->size());
+            if (const auto* window = qobject_cast<QWindow*>(watched); window != nullptr) {
+                sizes.insert(window, window->size());
+            }
         }
         return false;
     }
@@ -67,7 +68,7 @@ void ProgramTest::startsUpToItsLoginScreen()
     QByteArray said;
     connect(&program, &QProcess::readyReadStandardError, this,
             [&] { said += program.readAllStandardError(); });
-    program.start(TESSARY_PROGRAM, QStringList());
+    program.start(TESSARY_PROGRAM, {"-platform", "none"}); // it has no options
     // The field for the key has the keyboard when the screen has come in.
     QTRY_VERIFY2_WITH_TIMEOUT(said.contains("\"keyField\"") || program.state() == QProcess::NotRunning, said,
                               60'000);
@@ -191,6 +192,7 @@ void ProgramTest::windowIsShownInItsSizeWithTheWholeForm()
     QCOMPARE(QGuiApplication::applicationName(), "tessary_macos_uploader");
     QCOMPARE(QGuiApplication::desktopFileName(), "tessary_macos_uploader");
     QCOMPARE(QQuickStyle::name(), "Basic"); // of the toolkit's dialogs, whatever is installed
+    QCOMPARE(QQuickWindow::textRenderType(), QQuickWindow::NativeTextRendering);
     QVERIFY(fixture.click("formatOption:Separate"));
     QVERIFY(fixture.driver().ready("rightEyePicker"));
     const QQuickItem* area = fixture.item("uploadButton");
@@ -198,6 +200,9 @@ void ProgramTest::windowIsShownInItsSizeWithTheWholeForm()
         area = area->parentItem();
     }
     QCOMPARE(area->property("lastY").toDouble(), 0.0); // nothing to scroll
+    const QSignalSpy ended(fixture.application().uploadActivity(), &UploadActivity::ended);
+    QVERIFY(fixture.window().close()); // the last one
+    QCOMPARE(ended.count(), 1);
 }
 
 int main(int argc, char** argv)

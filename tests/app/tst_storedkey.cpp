@@ -82,6 +82,11 @@ void StoredKeyTest::keysSurviveInAFileOfTheirOwner()
     QVERIFY(written.open(QIODevice::ReadOnly));
     QCOMPARE(written.readAll().simplified(), QByteArray(R"({ "apiKey": "key" })"));
     umask(before);
+
+    QVERIFY(written.remove() && QDir().mkdir(file));
+    const CapturedOutput errors(stderr);
+    QCOMPARE(store.read(), QString());
+    QVERIFY(errors.text().startsWith("Could not read the settings file " + file.toUtf8() + ": "));
 }
 
 void StoredKeyTest::brokenSettingsCountAsNoKey_data()
@@ -92,6 +97,7 @@ void StoredKeyTest::brokenSettingsCountAsNoKey_data()
     QTest::newRow("list") << QByteArray("[\"key\"]");
     QTest::newRow("number") << QByteArray(R"({"apiKey": 7})");
     QTest::newRow("other") << QByteArray(R"({"apikey": "x"})");
+    QTest::newRow("long") << R"({"apiKey": ")" + QByteArray(1024 * 1024, 'k') + "\"}";
 }
 
 void StoredKeyTest::brokenSettingsCountAsNoKey()

@@ -140,7 +140,8 @@ void UploadEndsTest::isNotifiedOnlyWhereNobodyLooks()
         desktop.arguments.clear();
         activity.announceEnd(end);
         return QTest::qWaitFor([&] { return desktop.arguments.size() == 8; })
-                   ? desktop.arguments.at(3).toString() + ": " + desktop.arguments.at(4).toString()
+                   ? desktop.arguments.at(3).toString() + ": " + desktop.arguments.at(4).toString() +
+                         (desktop.arguments.at(7) == 0 ? " It stays." : "")
                    : "never";
     };
     QCOMPARE(body(failed), "Upload failed: \"Harbor\" could not be uploaded: It broke.");
@@ -151,7 +152,7 @@ void UploadEndsTest::isNotifiedOnlyWhereNobodyLooks()
                  fixture.application().sessionManager()->workspaceName() + '.');
     QCOMPARE(body({UploadEnd::Kind::RegistrationFailed, QString(300, 'x'), "No.", screen}),
              "Uploaded, but not in the library: \"" + QString(100, 'x') +
-                 "…\" could not be added to the library: No.");
+                 "…\" could not be added to the library: No. It stays.");
     fixture.session().setWorkspaceData({});
     QCOMPARE(body({UploadEnd::Kind::Registered, "Harbor", {}, screen}),
              "Upload complete: \"Harbor\" is in the library.");
@@ -186,9 +187,11 @@ void UploadEndsTest::isShownWhileUnderWay()
     QVERIFY(
         fixture.item("quitQuestion")->property("explanation").toString().startsWith("45 % of 2 GB are up. "));
     QVERIFY(fixture.click("declineButton"));
+    const UploadActivity& activity = *fixture.application().uploadActivity();
+    QCOMPARE(activity.fractionSent(), 0.455);
     stage.tool.make("go");
     QTRY_COMPARE(fixture.window().title(), name);
-    QVERIFY(fixture.application().uploadActivity()->progressInWords().isEmpty());
+    QVERIFY(activity.progressInWords().isEmpty() && !activity.fractionSent());
     QVERIFY(!fixture.state().currentUploadTask()->progress.findChild<QTimer*>()->isActive()); // it is over
 }
 

@@ -229,9 +229,9 @@ void AnswersTest::uploadUrl_data()
                           << QStringLiteral("!\"sasUrl\" is not a text.");
     QTest::newRow("missing") << QByteArray(R"({"sasurl": "x"})") << QStringLiteral("!\"sasUrl\" is missing.");
     QTest::newRow("list") << QByteArray("[]") << QStringLiteral("!the answer is a list, not an object.");
-    QTest::newRow("scalar") << QByteArray(R"("x")") << QStringLiteral("!the answer is not valid JSON (");
+    QTest::newRow("scalar") << QByteArray(R"("x")") << QStringLiteral("!the answer is not valid JSON.");
     QTest::newRow("page") << QByteArray("<html>502 secret</html>")
-                          << QStringLiteral("!the answer is not valid JSON (");
+                          << QStringLiteral("!the answer is not valid JSON.");
     QTest::newRow("empty") << QByteArray() << QStringLiteral("!the answer is empty.");
 }
 
@@ -244,10 +244,9 @@ void AnswersTest::uploadUrl()
         result = SASUrlResponse::fromAnswer(body).sasUrl;
     } catch (const Error& error) {
         QVERIFY(sasUrl.startsWith(u'!'));
-        const QString words =
-            QStringLiteral("The service did not answer with an upload URL: ") + sasUrl.mid(1);
-        QVERIFY2(error.description().startsWith(words), qPrintable(error.description()));
-        QVERIFY(!error.description().contains(QLatin1StringView("secret")));
+        static const QRegularExpression place(QStringLiteral(" \\([a-z ]+ at byte \\d+ of \\d+\\)"));
+        QCOMPARE(QString(error.description()).remove(place),
+                 QStringLiteral("The service did not answer with an upload URL: ") + sasUrl.mid(1));
         return;
     }
     QCOMPARE(result, sasUrl);

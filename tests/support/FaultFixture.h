@@ -129,6 +129,7 @@ private:
         const QNetworkRequest any(
             QUrl(service.baseUrl() + QLatin1StringView(standins::LocalService::startupPath)));
         const QFuture<HttpOutcome> outcome = sendHttp(any, std::nullopt, standardTimeout, {});
+        QVERIFY(outcome.isRunning());
         QTRY_VERIFY(outcome.isFinished());
     }
 

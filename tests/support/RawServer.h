@@ -14,7 +14,8 @@ namespace tessary {
 class RawServer : public QTcpServer
 {
 public:
-    /// @param answers one for each request, the last one for all that follow; none are left unanswered
+    /// @param answers one for each request, the last one for all that follow; none are left unanswered, and a
+    /// connection stays unless the answer says that it is closed
     explicit RawServer(QList<QByteArray> answers = {}) : m_answers(std::move(answers))
     {
         if (!listen(QHostAddress::LocalHost)) {
@@ -54,8 +55,11 @@ private:
         }
         m_requests.append(socket.readAll());
         if (!m_answers.isEmpty()) {
-            socket.write(m_answers.size() > 1 ? m_answers.takeFirst() : m_answers.first());
-            socket.disconnectFromHost();
+            const QByteArray answer = m_answers.size() > 1 ? m_answers.takeFirst() : m_answers.first();
+            socket.write(answer);
+            if (answer.contains("Connection: close")) {
+                socket.disconnectFromHost();
+            }
         }
     }
 

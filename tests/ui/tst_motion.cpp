@@ -86,7 +86,7 @@ void MotionTest::followsItsCurve_data()
     QTest::newRow("overlay's badge") << complete << end << "successBadge" << QByteArray("scale") << 1.0 << 0.5
                                      << easeInOut(0.35) << 25;
     QTest::newRow("dot") << nothing << upload << "stateDot" << QByteArray("opacity") << 0.8 << 1.0
-                         << pulse(0.6) << 120;
+                         << pulse(0.6) << 150;
     QTest::newRow("block under the pointer")
         << nothing << hover << "workspaceBlock" << QByteArray("scale") << 1.0 << 1.02 << easeInOut(0.2) << 20;
 }

@@ -48,7 +48,7 @@ private:
     {
         QList<bool> found;
         for (const QObject* timer : window.findChildren<QObject*>()) {
-            if (timer->property("stepsUp").isValid() || timer->objectName() == "turning") {
+            if (timer->objectName() == "pulsing" || timer->objectName() == "turning") {
                 found.append(timer->property("running").toBool());
             }
         }

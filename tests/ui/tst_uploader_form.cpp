@@ -60,8 +60,6 @@ void UploaderFormTest::uploadButtonFollowsTheInputs_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("ready");
     QTest::newRow("nothing") << "2D" << QStringList() << "" << false;
-    QTest::newRow("no name") << "2D" << QStringList("filePicker") << "" << false;
-    QTest::newRow("no file") << "2D" << QStringList() << "clip" << false;
     QTest::newRow("a space is a name") << "2D" << QStringList("filePicker") << " " << true;
     QTest::newRow("one eye") << "Separate" << QStringList("leftEyePicker") << "clip" << false;
     QTest::newRow("both eyes") << "Separate" << QStringList{"leftEyePicker", "rightEyePicker"} << "clip"
@@ -214,7 +212,7 @@ void UploaderFormTest::formIsDisabledWhileUploading()
 void UploaderFormTest::hoverShows()
 {
     QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("formatOption:2D"));
-    QTRY_VERIFY(state().hoverStates().value("2D").toBool());
+    QTRY_VERIFY(state().hoverStates().value("2D").toBool() && !state().isHeaderHovered());
     QTest::mouseMove(&m_fixture->window(), m_fixture->centreOf("workspaceBlock"));
     QTRY_VERIFY(state().isHeaderHovered());
     QVERIFY(!state().hoverStates().value("2D").toBool());

@@ -25,6 +25,7 @@ namespace {
 const QString separate = QStringLiteral("Separate");
 const QString completed = statusMessageOf(UploadState::Completed);
 const QString canceled = statusMessageOf(UploadState::Cancelled);
+const QString abandoned = QStringLiteral("Error: The request was abandoned because the upload was canceled.");
 
 /// Given to this test program, which is then a program that uploads and does not end.
 const QString uploadAPair = QStringLiteral("--upload-a-pair");
@@ -46,6 +47,7 @@ private Q_SLOTS:
     void endingEverything();
     void aProgramMayEndAtAnyMoment_data();
     void aProgramMayEndAtAnyMoment();
+    void whatIsQueuedThenNeverBegins();
     void aKilledProgramTakesItsToolsAlong();
 };
 
@@ -74,8 +76,7 @@ void EndingsTest::cancellingARequest()
     fixture.screen->cancelUpload();
     QCOMPARE(fixture.screen->statusMessage(), canceled);
     QVERIFY(fixture.isIdle());
-    QCOMPARE(fixture.screen->statusMessage(),
-             QStringLiteral("Error: The request was abandoned because the upload was canceled."));
+    QCOMPARE(fixture.screen->statusMessage(), abandoned);
 }
 
 void EndingsTest::cancellingWhenTheUrlHasCome()
@@ -159,34 +160,35 @@ void EndingsTest::aProgramMayEndAtAnyMoment_data()
 {
     QTest::addColumn<QString>("moment"); // when this is said or asked for
     QTest::addColumn<bool>("answered");  // else the service keeps every request waiting
+    QTest::addColumn<QString>("last");   // that is said
     const auto path = [](const char* text) { return QString::fromLatin1(text); };
-    QTest::newRow("the start is queued") << statusMessageOf(UploadState::Requesting) << true;
-    QTest::newRow("the sign-in is checked") << path(LocalService::startupPath) << false;
-    QTest::newRow("a URL is asked for") << path(LocalService::uploadUrlPath) << false;
-    QTest::newRow("a URL comes") << path(LocalService::uploadUrlPath) << true;
-    QTest::newRow("the tools are started") << statusMessageOf(UploadState::Uploading) << true;
-    QTest::newRow("the tools run") << QStringLiteral("copying right.mov") << true;
-    QTest::newRow("the registration is queued") << completed << true;
-    QTest::newRow("the registration is sent") << path(LocalService::registrationPath) << true;
+    const QString requesting = statusMessageOf(UploadState::Requesting);
+    QTest::newRow("the start is queued") << requesting << true << requesting;
+    QTest::newRow("the sign-in is checked") << path(LocalService::startupPath) << false << abandoned;
+    QTest::newRow("a URL is asked for") << path(LocalService::uploadUrlPath) << false << abandoned;
+    QTest::newRow("a URL comes") << path(LocalService::uploadUrlPath) << true << abandoned;
+    QTest::newRow("the tools are started") << statusMessageOf(UploadState::Uploading) << true << canceled;
+    QTest::newRow("the tools run") << QStringLiteral("copying right.mov") << true << canceled;
+    QTest::newRow("the registration is queued") << completed << true << completed;
+    QTest::newRow("the registration is sent") << path(LocalService::registrationPath) << true << completed;
 }
 
 void EndingsTest::aProgramMayEndAtAnyMoment()
 {
     QFETCH(QString, moment);
     QFETCH(bool, answered);
+    QFETCH(QString, last);
     const QString key = standins::localWorkspaces().at(0).key;
     const QTemporaryDir settings;
     StoredApiKey(settings.path()).write(key);
     LocalService service;
+    service.addFault(LocalService::registrationPath, Fault::neverAnswered());
     if (!answered) {
         service.addFault(LocalService::startupPath, Fault::neverAnswered());
         service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
         service.addFault(LocalService::uploadUrlPath, Fault::neverAnswered());
     }
-    const testkit::ScriptedTool tool(moment == completed ||
-                                             moment == QLatin1StringView(LocalService::registrationPath)
-                                         ? QByteArray("exit 0")
-                                         : patientTool);
+    const testkit::ScriptedTool tool(last == completed ? QByteArray("exit 0") : patientTool);
     auto app = std::make_unique<tessary_macos_uploaderApp>(
         Configuration{service.baseUrl(), settings.path(), tool.folder()});
     std::shared_ptr<FileUploaderState> screen = app->uploaderStates()->make();
@@ -212,15 +214,27 @@ void EndingsTest::aProgramMayEndAtAnyMoment()
     UploadFixture::choose(*screen, separate);
     screen->startUpload();
     QTRY_VERIFY_WITH_TIMEOUT(!app, 20'000);
-    QVERIFY(state.expired()); // and with it what held it
-    if (statuses.first() == moment) {
-        QCOMPARE(statuses.size(), 1); // what has not begun never does
-    }
+    QVERIFY(state.expired());        // and with it what held it
+    QCOMPARE(statuses.last(), last); // what has not begun never does
     QCOMPARE(testkit::takeProcessUsage().children, QList<qint64>());
     QCOMPARE(StoredApiKey(settings.path()).read(), key);
 #ifdef __SANITIZE_ADDRESS__
     QCOMPARE(__lsan_do_recoverable_leak_check(), 0);
 #endif
+}
+
+void EndingsTest::whatIsQueuedThenNeverBegins()
+{
+    auto activity = std::make_unique<UploadActivity>();
+    const QSignalSpy told(activity.get(), &UploadActivity::underWayChanged);
+    bool begun = false;
+    const auto begin = [&begun] { begun = true; };
+    const auto again = [begin, gone = activity.get()](const void* /*none*/) { gone->runLater(begin); };
+    activity->runLater([begin, asksForMore = std::shared_ptr<void>(nullptr, again),
+                        underWay = activity->beginRegistration()] { begin(); });
+    activity.reset();
+    QVERIFY(!begun);
+    QCOMPARE(told.count(), 1); // when it was queued
 }
 
 void EndingsTest::aKilledProgramTakesItsToolsAlong()

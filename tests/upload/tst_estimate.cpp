@@ -108,7 +108,8 @@ void EstimateTest::knowsNothingBeforeTheSecondStep()
     }
     estimate.report(0, 0.3, {}, 3s);
     QCOMPARE(estimate.timeLeft(3s).value_or(0ms), 7s);
-    QCOMPARE(estimate.timeLeft(4s).value_or(0ms), 6s); // as it goes by
+    QCOMPARE(estimate.timeLeft(4s).value_or(0ms), 6s);  // as it goes by
+    QCOMPARE(estimate.timeLeft(6s).value_or(0ms), 13s); // slower, since no step has come
     QCOMPARE(estimate.bytesSent(), 300);
 }
 
@@ -136,16 +137,17 @@ void EstimateTest::beginsAnew()
         estimate.report(0, step / 10.0, {}, step * 1s);
     }
     estimate.report(0, 0.1, {}, 6s); // the tool did
-    QVERIFY(!estimate.timeLeft(6s));
-    QCOMPARE(estimate.bytesSent(), 100);
-    for (int step = 2; step <= 4; ++step) {
+    estimate.report(0, 0.2, {}, 20s);
+    QVERIFY(!estimate.timeLeft(20s));
+    QCOMPARE(estimate.bytesSent(), 200);
+    for (int step = 3; step <= 5; ++step) {
         estimate.report(0, step / 10.0, {}, step * 10s);
     }
-    QCOMPARE(estimate.timeLeft(40s).value_or(0ms), 68s); // 300 in 34 s, since it began anew
-    estimate.startAnew(90s);
-    QVERIFY(!estimate.timeLeft(90s) && !estimate.standstill(90s));
-    estimate.report(0, qQNaN(), {}, 91s);
-    QCOMPARE(estimate.bytesSent(), 400);
+    QCOMPARE(estimate.timeLeft(50s).value_or(0ms), 50s); // 300 in the last 30 s
+    estimate.startAnew(120s);
+    QVERIFY(!estimate.timeLeft(120s) && !estimate.standstill(120s));
+    estimate.report(0, qQNaN(), {}, 121s);
+    QCOMPARE(estimate.bytesSent(), 500);
 }
 
 void EstimateTest::words_data()
@@ -157,12 +159,12 @@ void EstimateTest::words_data()
         QTest::newRow(inFull) << left << QString(inFull) << QString(inBrief);
     };
     row(0ms, "less than a minute", "less than a minute left");
-    row(61s, "about 1 min", "1 min left");
+    row(60s, "about 1 min", "1 min left");
     row(9min + 20s, "about 9 min", "9 min left");
     row(13min, "about 15 min", "15 min left");
     row(62min, "about 1 h", "1 h left");
     row(92min, "about 1 h 30 min", "2 h left");
-    row(2h + 12min, "about 2 h 10 min", "2 h left");
+    row(2h + 13min, "about 2 h 10 min", "2 h left");
     row(50h, "about 50 h", "50 h left");
 }
 
@@ -178,6 +180,7 @@ void EstimateTest::words()
 
     QCOMPARE(sizeInWords(999), "999 bytes");
     QCOMPARE(sizeInWords(1500), "1.5 kB");
+    QCOMPARE(sizeInWords(9950), "10 kB");
     QCOMPARE(sizeInWords(1'000'000), "1 MB");
     QCOMPARE(sizeInWords(999'500'000), "1 GB");
     QCOMPARE(sizeInWords(811'900'000'000), "812 GB");
@@ -195,7 +198,7 @@ void EstimateTest::wordsDoNotJitter()
 {
     TimeLeftWords words;
     words.take(20min);
-    for (const Time left : {17min + 0s, 22min + 30s, 18min + 0s, 23min + 0s}) {
+    for (const Time left : {16min + 15s, 22min + 30s, 18min + 0s, 23min + 0s}) {
         words.take(left);
         QCOMPARE(words.inFull(), "about 20 min");
     }
@@ -207,6 +210,15 @@ void EstimateTest::wordsDoNotJitter()
     }
     words.take(80s);
     QCOMPARE(words.inFull(), "about 1 min");
+
+    // Where the steps begin: what was said before, and what comes.
+    for (const auto& [said, left] :
+         {std::pair(3min, 3min + 40s), {9min, 10min + 0s}, {115min, 120min + 0s}}) {
+        words.take(said);
+        const QString before = words.inFull();
+        words.take(left);
+        QCOMPARE(words.inFull(), before);
+    }
 }
 
 void EstimateTest::progressOfAnUpload()

@@ -118,7 +118,7 @@ void TransferLogTest::keepsTheLastCharacters_data()
     QTest::addColumn<QString>("character"); // one that a person sees
     QTest::newRow("letter") << QStringLiteral("x");
     QTest::newRow("accented letter") << QStringLiteral("é");
-    QTest::newRow("combining accent") << QString::fromUtf8("e\xcc\x81");
+    QTest::newRow("combining accent") << QString::fromUtf8("e\xcc\x80");
     QTest::newRow("carriage return and line feed") << QStringLiteral("\r\n");
     QTest::newRow("family") << QString::fromUtf8("👨‍👩‍👧");
     QTest::newRow("flag") << QString::fromUtf8("🇫🇷");
@@ -127,7 +127,7 @@ void TransferLogTest::keepsTheLastCharacters_data()
 void TransferLogTest::keepsTheLastCharacters()
 {
     QFETCH(QString, character);
-    constexpr int limit = TransferLog::maxLogLength;
+    constexpr int limit = 10'000;
 
     // 9,995 characters and then 21: the first 16 go, and nothing of a character stays behind.
     TransferLog log;

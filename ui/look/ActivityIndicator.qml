@@ -1,7 +1,7 @@
 import QtQuick
 import Tessary.Look
 
-// Eight spokes, the brightest of which goes round in about a second.
+// Eight spokes, the brightest of which goes round in 1.2 s.
 SpokeWheel {
     id: indicator
 

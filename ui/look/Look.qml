@@ -86,23 +86,7 @@ QtObject {
 
     /// In milliseconds. What goes on and on moves in steps of this length, which begin together, so that they share their
     /// frames.
-    readonly property int beat: 120
-
-    /// How far a change that eases in and out has come after that share of its time.
-    function eased(time: real): real {
-        const bezier = (first, second, place) => 3 * (1 - place) * place * ((1 - place) * first + place * second)
-            + place * place * place;
-        let low = 0;
-        let high = 1;
-        while (high - low > 1e-4) {
-            const middle = (low + high) / 2;
-            if (bezier(easeInOut[0], easeInOut[2], middle) < time)
-                low = middle;
-            else
-                high = middle;
-        }
-        return bezier(easeInOut[1], easeInOut[3], low);
-    }
+    readonly property int beat: 150
 
     function tone(light: color, dark: color, strongLight: color, strongDark: color): color {
         return highContrast ? look.dark ? strongDark : strongLight : look.dark ? dark : light;

@@ -31,8 +31,8 @@ std::shared_ptr<QSGTexture> sharedTexture(QQuickWindow& window, const Look& look
     if (found != all.end()) {
         return found->texture.lock();
     }
-    std::shared_ptr<QSGTexture> texture(
-        window.createTextureFromImage(draw(), QQuickWindow::TextureCanUseAtlas));
+    // Not in the toolkit's one large texture for many pictures: most of that would be empty.
+    std::shared_ptr<QSGTexture> texture(window.createTextureFromImage(draw()));
     all.push_back({&window, look, texture});
     return texture;
 }

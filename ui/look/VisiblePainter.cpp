@@ -48,8 +48,7 @@ QSGNode* VisiblePainter::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*d
 
 void VisiblePainter::showIn(PictureNode& node, QSize pixels, qreal scale)
 {
-    const std::shared_ptr<QSGTexture> texture(
-        window()->createTextureFromImage(draw(pixels, scale), QQuickWindow::TextureCanUseAtlas));
+    const std::shared_ptr<QSGTexture> texture(window()->createTextureFromImage(draw(pixels, scale)));
     node.show(texture, {wholePicture(pixels, overhang(scale))}, scale);
 }
 

@@ -20,20 +20,21 @@ Squircle {
     opacity: calmOpacity
     Accessible.ignored: true
 
-    // Up and down in 0.6 s each, for hours: in steps along the curve that the eye does not see, since an animation would
-    // draw sixty frames a second.
+    // Up and down in 0.6 s each, for hours: in steps that the eye does not see, since an animation would draw sixty frames
+    // a second.
     Timer {
-        readonly property int stepsUp: 600 / interval
+        /// Between the calm one and 1, along the curve that eases in and out, at each quarter of the time.
+        readonly property var levels: [0.8, 0.825832, 0.9, 0.974168, 1, 0.974168, 0.9, 0.825832]
         property int step
 
+        objectName: "pulsing"
         interval: Look.beat
         repeat: true
         running: dot.busy && Look.animations && dot.exposed
         onRunningChanged: step = 0
         onTriggered: {
-            step = (step + 1) % (2 * stepsUp);
-            const amount = Look.eased(Math.min(step, 2 * stepsUp - step) / stepsUp);
-            dot.opacity = dot.calmOpacity + (1 - dot.calmOpacity) * amount;
+            step = (step + 1) % levels.length;
+            dot.opacity = levels[step];
         }
     }
 

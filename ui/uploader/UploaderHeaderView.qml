@@ -44,9 +44,9 @@ Rectangle {
             symbol: header.uploader.showDetails ? "eye.slash.fill" : "eye.fill"
             symbolColor: Look.systemBlueColor
             symbolSize: Look.wideSymbol
-            background: Rectangle {
+            background: Squircle {
                 radius: width / 2
-                color: Look.controlBackgroundColor
+                fill: Look.controlBackgroundColor
             }
             onClicked: header.uploader.showDetails = !header.uploader.showDetails
         }
