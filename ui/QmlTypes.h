@@ -8,7 +8,9 @@
 
 #include <QtQml/qqml.h>
 
-// The state types live in rooms without QML; these lines make them known to it.
+// The state types live in rooms without QML; these lines make them known to it. None is made there: a screen
+// gets its state from an UploaderStateHolder, a failed upload brings its report, and of the others there is
+// one for the whole run.
 namespace tessary::qml {
 
 struct AppManagerType
@@ -16,7 +18,7 @@ struct AppManagerType
     Q_GADGET
     QML_FOREIGN(tessary::AppManager)
     QML_NAMED_ELEMENT(AppManager)
-    QML_UNCREATABLE("There is one for the whole run.")
+    QML_UNCREATABLE("")
 };
 
 struct SessionManagerType
@@ -24,7 +26,7 @@ struct SessionManagerType
     Q_GADGET
     QML_FOREIGN(tessary::SessionManager)
     QML_NAMED_ELEMENT(SessionManager)
-    QML_UNCREATABLE("There is one for the whole run.")
+    QML_UNCREATABLE("")
 };
 
 struct FailureReportType
@@ -32,7 +34,7 @@ struct FailureReportType
     Q_GADGET
     QML_FOREIGN(tessary::FailureReport)
     QML_NAMED_ELEMENT(FailureReport)
-    QML_UNCREATABLE("It comes with an upload that failed.")
+    QML_UNCREATABLE("")
 };
 
 struct UploaderStateFactoryType
@@ -40,7 +42,7 @@ struct UploaderStateFactoryType
     Q_GADGET
     QML_FOREIGN(tessary::UploaderStateFactory)
     QML_NAMED_ELEMENT(UploaderStateFactory)
-    QML_UNCREATABLE("There is one for the whole run.")
+    QML_UNCREATABLE("")
 };
 
 struct FileUploaderStateType
@@ -48,7 +50,7 @@ struct FileUploaderStateType
     Q_GADGET
     QML_FOREIGN(tessary::FileUploaderState)
     QML_NAMED_ELEMENT(FileUploaderState)
-    QML_UNCREATABLE("A screen gets its state from an UploaderStateHolder.")
+    QML_UNCREATABLE("")
 };
 
 } // namespace tessary::qml

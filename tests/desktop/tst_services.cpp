@@ -48,8 +48,7 @@ private:
     }
 
     QDBusConnection m_bus = QDBusConnection::sessionBus();
-    QDBusConnection m_desktop =
-        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("desktop"));
+    QDBusConnection m_desktop = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "desktop");
 };
 
 void DesktopTest::keepsTheSessionAwake_data()
@@ -58,27 +57,25 @@ void DesktopTest::keepsTheSessionAwake_data()
     QTest::addColumn<QString>("asked");
     QTest::addColumn<QVariantList>("arguments");
     QTest::addColumn<QString>("released");
-    const QString program = QStringLiteral("Tessary Uploader");
-    const QString reason = QStringLiteral("A video is being uploaded");
+    const QString program = "Tessary Uploader";
+    const QString reason = "A video is being uploaded";
     constexpr uint flags = 5; // logging out, and suspending
-    const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
-    const QString manager = QStringLiteral("org.gnome.SessionManager");
-    const QString power = QStringLiteral("org.freedesktop.PowerManagement");
+    const QString portal = "org.freedesktop.portal.Desktop";
+    const QString manager = "org.gnome.SessionManager";
+    const QString power = "org.freedesktop.PowerManagement";
     QTest::newRow("the portal comes first")
         << QStringList{portal, manager, power}
-        << QStringLiteral("org.freedesktop.portal.Inhibit.Inhibit /org/freedesktop/portal/desktop")
-        << QVariantList{QString(), flags, QVariantMap{{QStringLiteral("reason"), reason}}}
-        << QStringLiteral("org.freedesktop.portal.Request.Close /request/1");
+        << "org.freedesktop.portal.Inhibit.Inhibit /org/freedesktop/portal/desktop"
+        << QVariantList{QString(), flags, QVariantMap{{"reason", reason}}}
+        << "org.freedesktop.portal.Request.Close /request/1";
     QTest::newRow("then the session manager")
-        << QStringList{manager, power}
-        << QStringLiteral("org.gnome.SessionManager.Inhibit /org/gnome/SessionManager")
+        << QStringList{manager, power} << "org.gnome.SessionManager.Inhibit /org/gnome/SessionManager"
         << QVariantList{program, 0U, reason, flags}
-        << QStringLiteral("org.gnome.SessionManager.Uninhibit /org/gnome/SessionManager");
+        << "org.gnome.SessionManager.Uninhibit /org/gnome/SessionManager";
     QTest::newRow("then power management")
-        << QStringList{power}
-        << power + QStringLiteral(".Inhibit.Inhibit /org/freedesktop/PowerManagement/Inhibit")
+        << QStringList{power} << power + ".Inhibit.Inhibit /org/freedesktop/PowerManagement/Inhibit"
         << QVariantList{program, reason}
-        << power + QStringLiteral(".Inhibit.UnInhibit /org/freedesktop/PowerManagement/Inhibit");
+        << power + ".Inhibit.UnInhibit /org/freedesktop/PowerManagement/Inhibit";
 }
 
 void DesktopTest::keepsTheSessionAwake()
@@ -86,10 +83,9 @@ void DesktopTest::keepsTheSessionAwake()
     QFETCH(QStringList, offered);
     QFETCH(QString, asked);
     QFETCH(QString, released);
-    const bool byPortal = offered.contains(QStringLiteral("org.freedesktop.portal.Desktop"));
+    const bool byPortal = offered.contains("org.freedesktop.portal.Desktop");
     FakeService desktop(m_desktop, offered,
-                        byPortal ? QVariant::fromValue(QDBusObjectPath(QStringLiteral("/request/1")))
-                                 : QVariant(5U));
+                        byPortal ? QVariant::fromValue(QDBusObjectPath("/request/1")) : QVariant(5U));
     SuspendInhibitor inhibitor(m_bus);
     inhibitor.setWanted(true);
     inhibitor.setWanted(true);
@@ -110,20 +106,20 @@ void DesktopTest::keepsTheSessionAwake()
 
 void DesktopTest::releasesWhatIsGrantedTooLate()
 {
-    FakeService portal(m_desktop, {QStringLiteral("org.freedesktop.portal.Desktop")},
-                       QVariant::fromValue(QDBusObjectPath(QStringLiteral("/request/2"))));
+    FakeService portal(m_desktop, {"org.freedesktop.portal.Desktop"},
+                       QVariant::fromValue(QDBusObjectPath("/request/2")));
     SuspendInhibitor inhibitor(m_bus);
     for (const bool wanted : {true, false, true, false}) { // over before the question has gone out
         inhibitor.setWanted(wanted);
     }
     settle(2); // the release goes out when the answer has come in
     QCOMPARE(portal.calls.size(), 2);
-    QCOMPARE(portal.calls.last(), QStringLiteral("org.freedesktop.portal.Request.Close /request/2"));
+    QCOMPARE(portal.calls.last(), "org.freedesktop.portal.Request.Close /request/2");
 }
 
 void DesktopTest::isSilentWhereNobodyOffersIt()
 {
-    QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
+    QTest::failOnWarning(QRegularExpression("."));
     SuspendInhibitor inhibitor(m_bus);
     inhibitor.setWanted(true);
     settle(3);
@@ -133,8 +129,8 @@ void DesktopTest::isSilentWhereNobodyOffersIt()
 
 void DesktopTest::followsTheAppearance_data()
 {
-    const QString portal = QStringLiteral("org.freedesktop.appearance");
-    const QString gnome = QStringLiteral("org.gnome.desktop.interface");
+    const QString portal = "org.freedesktop.appearance";
+    const QString gnome = "org.gnome.desktop.interface";
     QTest::addColumn<QString>("group");
     QTest::addColumn<QString>("key");
     QTest::addColumn<QVariant>("value");
@@ -146,8 +142,7 @@ void DesktopTest::followsTheAppearance_data()
     row("dark", portal, "color-scheme", 1U, "1 0 1 1");
     row("light", portal, "color-scheme", 2U, "0 0 1 1");
     row("contrast", portal, "contrast", 1U, "0 1 1 1");
-    row("contrast of old", QStringLiteral("org.gnome.desktop.a11y.interface"), "high-contrast", true,
-        "0 1 1 1");
+    row("contrast of old", "org.gnome.desktop.a11y.interface", "high-contrast", true, "0 1 1 1");
     row("still", gnome, "enable-animations", false, "0 0 0 1");
     row("large", gnome, "text-scaling-factor", 1.5, "0 0 1 1.5");
     row("far too large", gnome, "text-scaling-factor", 1e9, "0 0 1 3");
@@ -156,7 +151,7 @@ void DesktopTest::followsTheAppearance_data()
     row("negative", gnome, "text-scaling-factor", -2.0, "0 0 1 1");
     row("no number", gnome, "text-scaling-factor", qQNaN(), "0 0 1 1");
     row("no value of the kind", gnome, "text-scaling-factor", QVariantList{2}, "0 0 1 1");
-    row("another group", QStringLiteral("test"), "color-scheme", 1U, "0 0 1 1");
+    row("another group", "test", "color-scheme", 1U, "0 0 1 1");
 }
 
 void DesktopTest::followsTheAppearance()
@@ -168,39 +163,38 @@ void DesktopTest::followsTheAppearance()
     using Settings = QMap<QString, QVariantMap>;
     qDBusRegisterMetaType<Settings>();
     const auto said = [](const PortalAppearance& appearance) {
-        return QStringLiteral("%1 %2 %3 %4")
+        return QString("%1 %2 %3 %4")
             .arg(appearance.prefersDark())
             .arg(appearance.highContrast())
             .arg(appearance.animations())
             .arg(appearance.textScale());
     };
-    const QStringList names{QStringLiteral("org.freedesktop.portal.Desktop")};
+    const QStringList names{"org.freedesktop.portal.Desktop"};
     {
         const FakeService portal(m_desktop, names, QVariant::fromValue(Settings{{group, {{key, value}}}}));
         const PortalAppearance asked(m_bus);
-        QCOMPARE(said(asked), QStringLiteral("0 0 1 1"));
+        QCOMPARE(said(asked), "0 0 1 1");
         settle();
         QCOMPARE(said(asked), expected);
         QCOMPARE(portal.calls, QStringList(QStringLiteral("org.freedesktop.portal.Settings.ReadAll "
                                                           "/org/freedesktop/portal/desktop")));
         QCOMPARE(portal.arguments,
-                 (QVariantList{QStringList{QStringLiteral("org.freedesktop.appearance"),
-                                           QStringLiteral("org.gnome.desktop.a11y.interface"),
-                                           QStringLiteral("org.gnome.desktop.interface")}}));
+                 (QVariantList{QStringList{"org.freedesktop.appearance", "org.gnome.desktop.a11y.interface",
+                                           "org.gnome.desktop.interface"}}));
     }
-    FakeService portal(m_desktop, names, QStringLiteral("not what was asked for"));
+    FakeService portal(m_desktop, names, "not what was asked for");
     const PortalAppearance told(m_bus);
     settle();
-    QCOMPARE(said(told), QStringLiteral("0 0 1 1"));
+    QCOMPARE(said(told), "0 0 1 1");
     portal.announce(group, key, value);
     settle();
     QCOMPARE(said(told), expected);
     QCOMPARE(told.changedFont(), QString());
-    const QString font = QStringLiteral("font-name");
-    portal.announce(QStringLiteral("org.gnome.desktop.interface"), font, QStringLiteral("Cantarell 12"));
-    portal.announce(QStringLiteral("org.freedesktop.appearance"), font, QStringLiteral("of another group"));
+    const QString font = "font-name";
+    portal.announce("org.gnome.desktop.interface", font, "Cantarell 12");
+    portal.announce("org.freedesktop.appearance", font, "of another group");
     settle();
-    QCOMPARE(told.changedFont(), QStringLiteral("Cantarell 12"));
+    QCOMPARE(told.changedFont(), "Cantarell 12");
 }
 
 void DesktopTest::thePortalsDialogIsForWhoHasNoneOfTheirOwn_data()
@@ -219,14 +213,15 @@ void DesktopTest::thePortalsDialogIsForWhoHasNoneOfTheirOwn()
 {
     QFETCH(bool, hasTheme);
     qputenv("XDG_CURRENT_DESKTOP", QTest::currentDataTag());
-    const QString plugins = QStringLiteral(TESSARY_PLUGINS);
+    const QStringList before = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({}); // whatever is installed here
     QVERIFY(PortalFileChooser::isWanted());
-    QCoreApplication::addLibraryPath(plugins);
+    QCoreApplication::setLibraryPaths({TESSARY_PLUGINS});
     QCOMPARE(PortalFileChooser::isWanted(), !hasTheme);
     qputenv("QT_QPA_PLATFORMTHEME", "mine");
     QVERIFY(!PortalFileChooser::isWanted());
     qunsetenv("QT_QPA_PLATFORMTHEME");
-    QCoreApplication::removeLibraryPath(plugins);
+    QCoreApplication::setLibraryPaths(before);
     qunsetenv("XDG_CURRENT_DESKTOP");
 }
 
@@ -270,7 +265,7 @@ void DesktopTest::aWindowComesUpWithItsToken()
     window.showMinimized();
     QByteArray given; // while the platform is asked
     connect(&window, &QWindow::windowStateChanged, this, [&given] { given = qgetenv(token); });
-    bringToFront(window, QStringLiteral("of the press"));
+    bringToFront(window, "of the press");
     QCOMPARE(window.windowStates(), Qt::WindowNoState);
     QCOMPARE(given, QByteArray("of the press"));
     QVERIFY(!qEnvironmentVariableIsSet(token)); // or a tool would inherit it

@@ -16,7 +16,7 @@
 namespace tessary::testing {
 
 /// A call that is answered in its turn and not noted.
-inline const QString settling = QStringLiteral("Settle");
+inline const QString settling = "Settle";
 
 /// A session service of those names that notes what it is called for.
 class FakeService : public QDBusVirtualObject
@@ -25,7 +25,7 @@ public:
     FakeService(QDBusConnection bus, QStringList names, QVariant answer)
         : m_bus(std::move(bus)), m_names(std::move(names)), m_answer(std::move(answer))
     {
-        m_bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+        m_bus.registerVirtualObject("/", this, QDBusConnection::SubPath);
         for (const QString& name : m_names) {
             m_bus.registerService(name);
         }
@@ -36,7 +36,7 @@ public:
         for (const QString& name : m_names) {
             m_bus.unregisterService(name);
         }
-        m_bus.unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+        m_bus.unregisterObject("/", QDBusConnection::UnregisterTree);
     }
 
     Q_DISABLE_COPY_MOVE(FakeService)
@@ -58,9 +58,8 @@ public:
     /// As the portal tells of a setting that changes.
     void announce(const QString& group, const QString& key, const QVariant& value)
     {
-        QDBusMessage change = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
-                                                         QStringLiteral("org.freedesktop.portal.Settings"),
-                                                         QStringLiteral("SettingChanged"));
+        QDBusMessage change = QDBusMessage::createSignal("/org/freedesktop/portal/desktop",
+                                                         "org.freedesktop.portal.Settings", "SettingChanged");
         change.setArguments({group, key, QVariant::fromValue(QDBusVariant(value))});
         m_bus.send(change);
     }
@@ -78,8 +77,8 @@ private:
 /// Waits until what was sent to the desktop before has been answered, and what it has sent has come in.
 [[nodiscard]] inline bool settled(const QDBusConnection& bus, const QDBusConnection& desktop)
 {
-    const QDBusPendingCall ping = bus.asyncCall(QDBusMessage::createMethodCall(
-        desktop.baseService(), QStringLiteral("/"), QStringLiteral("test.Settling"), settling));
+    const QDBusPendingCall ping =
+        bus.asyncCall(QDBusMessage::createMethodCall(desktop.baseService(), "/", "test.Settling", settling));
     const bool answered = QTest::qWaitFor([&ping] { return ping.isFinished(); });
     QTest::qWait(0);
     return answered;

@@ -1,8 +1,8 @@
 #include "testkit/ProgramFixture.h"
+#include "tests/support/FakeService.h"
 
 #include <QAccessible>
-#include <QDBusConnection>
-#include <QDBusVirtualObject>
+#include <QDBusObjectPath>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
@@ -13,32 +13,6 @@
 using namespace tessary;
 
 namespace {
-
-/// A portal that never answers.
-class SilentPortal : public QDBusVirtualObject
-{
-public:
-    SilentPortal()
-    {
-        m_bus.registerVirtualObject("/", this, QDBusConnection::SubPath);
-        m_bus.registerService("org.freedesktop.portal.Desktop");
-    }
-
-    ~SilentPortal() override
-    {
-        m_bus.unregisterService("org.freedesktop.portal.Desktop");
-        m_bus.unregisterObject("/", QDBusConnection::UnregisterTree);
-    }
-
-    Q_DISABLE_COPY_MOVE(SilentPortal)
-
-    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
-
-    bool handleMessage(const QDBusMessage&, const QDBusConnection&) override { return true; }
-
-private:
-    QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
-};
 
 /// What is there to be found of that name and role.
 QAccessibleInterface* findBelow(QAccessibleInterface* node, const QString& name, QAccessible::Role role)
@@ -120,7 +94,10 @@ void AssistiveTest::everythingHasAName_data()
 void AssistiveTest::everythingHasAName()
 {
     QFETCH(QString, screen);
-    std::unique_ptr<SilentPortal> portal;
+    testing::FakeService portal(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal"),
+                                {"org.freedesktop.portal.Desktop"},
+                                QVariant::fromValue(QDBusObjectPath("/request/1")));
+    portal.answers["Get"] = QVariant::fromValue(QDBusVariant(3U));
     std::shared_ptr<void> underWay;
     if (screen == "login") {
         QVERIFY(m_fixture->driver().ready("keyField"));
@@ -144,8 +121,9 @@ void AssistiveTest::everythingHasAName()
         m_fixture->press(Qt::Key_Q, Qt::ControlModifier);
         QTRY_VERIFY(m_fixture->item("quitQuestion") != nullptr);
     } else if (screen == "dialog") {
-        portal = std::make_unique<SilentPortal>();
         m_fixture->press(Qt::Key_O, Qt::ControlModifier);
+        QTRY_VERIFY(portal.calls.contains("org.freedesktop.portal.FileChooser.OpenFile "
+                                          "/org/freedesktop/portal/desktop"));
     }
     QCOMPARE(nameless(tree(), QString()).join(" "), QString());
 }
@@ -160,8 +138,8 @@ void AssistiveTest::progressIsAValue()
     QVERIFY(bar->state().readOnly && !bar->state().disabled);
     QAccessibleValueInterface* value = bar->valueInterface();
     QVERIFY(value != nullptr);
-    QCOMPARE(value->minimumValue().toInt(), 0);
-    QCOMPARE(value->maximumValue().toInt(), 100);
+    QCOMPARE((QVariantList{value->minimumValue(), value->maximumValue(), value->minimumStepSize()}),
+             (QVariantList{0, 100, 1}));
     QQuickItem* item = m_fixture->item("progressBar");
     const QRect place = item->mapRectToScene(item->boundingRect()).toRect();
     QCOMPARE(bar->rect(), place.translated(m_fixture->window().position()));
@@ -170,6 +148,8 @@ void AssistiveTest::progressIsAValue()
         item->setProperty("progress", progress);
         QCOMPARE(value->currentValue().toInt(), percent);
     }
+    item->setProperty("description", "2 of 4 MB");
+    QCOMPARE(bar->text(QAccessible::Description), "2 of 4 MB");
     item->setEnabled(false); // as below a question
     m_fixture->state().enter(UploadState::Completed);
     QVERIFY(bar->state().invisible && bar->state().disabled);

@@ -1,17 +1,57 @@
 #include "testkit/ProgramFixture.h"
 #include "testkit/SteppedClock.h"
+#include "ui/look/BlurredShadow.h"
+#include "ui/look/ShadowTile.h"
 #include "ui/look/SharedTexture.h"
+#include "ui/look/SpokeWheel.h"
 #include "ui/look/Squircle.h"
 
 #include <QGuiApplication>
 #include <QImage>
+#include <QPainter>
 #include <QPalette>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
 
+#include <algorithm>
+#include <functional>
+
 using namespace tessary;
+
+namespace {
+
+class Probe : public look::Squircle
+{
+public:
+    using Squircle::Squircle;
+
+    void paint(QPainter& painter, QSizeF size, qreal scale) const override
+    {
+        painted.append(size);
+        Squircle::paint(painter, size, scale);
+    }
+
+    mutable QList<QSizeF> painted; ///< of each picture
+};
+
+/// How far any pixel's colours are apart.
+int difference(const QImage& one, const QImage& other)
+{
+    int most = one.size() == other.size() ? 0 : 256;
+    for (int y = 0; y < one.height() && most < 256; ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const QRgb a = one.pixel(x, y);
+            const QRgb b = other.pixel(x, y);
+            most = std::max({most, std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                             std::abs(qBlue(a) - qBlue(b))});
+        }
+    }
+    return most;
+}
+
+} // namespace
 
 /// What can be pressed is large enough for it, and shows it.
 class ControlsTest : public QObject
@@ -19,7 +59,8 @@ class ControlsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aDrawingIsShownFromWhenItCanBeSeen();
+    void aDrawingIsPaintedWhileItCanBeSeen();
+    void picturesLookAsPainted();
     void equalPicturesAreDrawnOnce();
     void showThatTheyArePressed_data();
     void showThatTheyArePressed();
@@ -74,23 +115,118 @@ double ControlsTest::tone(const QQuickItem& item, testkit::SteppedClock& clock) 
     return sum / 3 / place.width() / place.height();
 }
 
-void ControlsTest::aDrawingIsShownFromWhenItCanBeSeen()
+void ControlsTest::aDrawingIsPaintedWhileItCanBeSeen()
 {
     QQuickWindow window;
-    look::Squircle shape(window.contentItem());
-    shape.setSize({10, 10});
+    Probe shape(window.contentItem());
     shape.setProperty("fill", QColor(Qt::red));
-    shape.setProperty("radius", 4);
-    window.resize(10, 10);
+    window.resize(20, 20);
     window.show();
-    for (const bool seen : {false, true}) {
-        shape.setOpacity(seen ? 1 : 0);
-        QCOMPARE(window.grabWindow().pixelColor(5, 5), QColor(seen ? Qt::red : Qt::white));
+
+    const struct
+    {
+        double opacity;
+        bool visible;
+        double side;
+        int painted; // how often by then
+        QColor seen;
+    } steps[]{
+        {0, true, 10, 0, Qt::white}, {1, false, 10, 0, Qt::white}, {1, true, 0, 0, Qt::white},
+        {1, true, 10, 1, Qt::red},   {0.5, true, 10, 1, {}},       {1, true, 10, 1, Qt::red},
+        {1, true, 12, 2, Qt::red},   {0, true, 12, 2, Qt::white},  {1, true, 12, 3, Qt::red},
+    };
+
+    for (const auto& [opacity, visible, side, painted, seen] : steps) {
+        shape.setOpacity(opacity);
+        shape.setVisible(visible);
+        shape.setSize({side, side});
+        const QColor shown = window.grabWindow().pixelColor(5, 5);
+        QVERIFY(!seen.isValid() || shown == seen);
+        QCOMPARE(shape.painted.size(), painted);
     }
-    const QImage picture = window.grabWindow();
-    const auto whiteAt = [&picture](int x) { return picture.pixelColor(x, 0).green(); };
-    const int curve = whiteAt(0) < 255 ? whiteAt(0) : whiteAt(1) < 255 ? whiteAt(1) : whiteAt(2);
-    QVERIFY2(curve > 0 && curve < 255, qPrintable(QString::number(curve))); // it is smooth
+    shape.setProperty("fill", QColor(Qt::blue));
+    QCOMPARE(window.grabWindow().pixelColor(5, 5), QColor(Qt::blue));
+}
+
+/// What is stretched or shared, and lies anywhere, looks as if it were painted as it is on whole pixels.
+void ControlsTest::picturesLookAsPainted()
+{
+    QQuickWindow window;
+    QQuickItem place(window.contentItem());
+    window.resize(320, 320);
+    window.show();
+    QPointF at(20.3, 20.6);
+    const auto compare = [&](const std::function<void(QPainter&)>& paint) {
+        place.setPosition(at);
+        QImage expected(window.size(), QImage::Format_RGB32);
+        expected.fill(Qt::white);
+        QPainter painter(&expected);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(at.toPoint());
+        paint(painter);
+        painter.end();
+        return difference(window.grabWindow(), expected);
+    };
+
+    auto shape = std::make_unique<Probe>(&place);
+    shape->setProperty("radius", 10);
+    shape->setProperty("lineWidth", 2);
+    shape->setProperty("outline", QColor(0, 0, 200));
+
+    const struct
+    {
+        QSizeF size;
+        QColor fill;
+        QVariantList dashes;
+        QSizeF painted;
+    } steps[]{
+        {{255, 257}, QColor(200, 0, 0, 128), {}, {255, 257}},
+        {{256, 256}, QColor(200, 0, 0, 128), {}, {37, 37}},
+        {{280, 240}, QColor(0, 200, 0), {}, {37, 37}},
+        {{280, 240}, Qt::transparent, {}, {37, 37}},
+        {{30, 30}, Qt::transparent, {}, {30, 30}},
+        {{280, 240}, QColor(200, 0, 0), {5, 5}, {280, 240}},
+        {{256, 256}, QColor(200, 0, 0), {}, {37, 37}},
+    };
+
+    for (const auto& [size, fill, dashes, painted] : steps) {
+        shape->setSize(size);
+        shape->setProperty("fill", fill);
+        shape->setProperty("dashes", dashes);
+        QCOMPARE_LE(compare([&](QPainter& painter) { shape->Squircle::paint(painter, shape->size(), 1); }),
+                    2);
+        QCOMPARE(shape->painted.last(), painted);
+        at.rx() += 1.9;
+    }
+    shape.reset();
+
+    {
+        look::BlurredShadow shadow(&place);
+        shadow.setProperty("radius", 6);
+        shadow.setProperty("blur", 5);
+        shadow.setProperty("offset", QPointF(1, 3));
+        shadow.setProperty("color", QColor(Qt::black));
+        for (const QSize size :
+             {QSize(200, 150), QSize(201, 151), QSize(30, 150), QSize(31, 9), QSize(1, 1)}) {
+            shadow.setSize(size);
+            look::ShadowTile whole = look::shadowTile(size, 6, 5, {1, 3}, Qt::black);
+            whole.shape = size;
+            const QPoint corner(-whole.reach.left(), -whole.reach.top());
+            const QImage picture = look::drawShadow(whole);
+            QCOMPARE_LE(compare([&](QPainter& painter) { painter.drawImage(corner, picture); }), 2);
+        }
+    }
+
+    look::SpokeWheel wheel(&place);
+    wheel.setSize({32, 32});
+    for (const int step : {0, 3}) {
+        wheel.setProperty("step", step);
+        QVERIFY(compare([&](QPainter& painter) {
+                    painter.setClipRect(0, 0, 32, 32);
+                    painter.translate(-32 * step, 0);
+                    wheel.paint(painter, {32.0 * look::SpokeWheel::spokes(), 32}, 1);
+                }) <= 2);
+    }
 }
 
 void ControlsTest::equalPicturesAreDrawnOnce()

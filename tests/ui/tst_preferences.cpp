@@ -1,7 +1,10 @@
 #include "testkit/ProgramFixture.h"
 #include "tests/support/Contrast.h"
 #include "tests/support/FakeService.h"
+#include "ui/look/DesktopTheme.h"
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPalette>
@@ -34,6 +37,7 @@ private Q_SLOTS:
     void textGrowsWithTheDesktops();
     void fontFollowsTheDesktops_data();
     void fontFollowsTheDesktops();
+    void fontsAreOfTheirKind();
 
 private:
     /// The desktop changes a setting; waits until the program has noticed it.
@@ -156,7 +160,7 @@ void PreferencesTest::fontFollowsTheDesktops_data()
     QTest::newRow("style") << QVariant("DejaVu Sans Semi-Bold Italic 10.5") << "DejaVu Sans 21pt";
     QTest::newRow("family like a style") << QVariant("Bold 12") << "Bold 24pt";
     QTest::newRow("comma") << QVariant("Noto Sans, 10") << "Noto Sans 20pt";
-    QTest::newRow("pixels") << QVariant("Noto Sans 16px") << "Noto Sans 32px";
+    QTest::newRow("pixels, one at least") << QVariant("Noto Sans 0.4px") << "Noto Sans 2px";
     QTest::newRow("no size") << QVariant("Cantarell") << "";
     QTest::newRow("size of nothing") << QVariant("Cantarell 0") << "";
     QTest::newRow("no font") << QVariant(7) << "";
@@ -178,6 +182,18 @@ void PreferencesTest::fontFollowsTheDesktops()
     const QString before = shown();
     change("org.gnome.desktop.interface", "font-name", description);
     QCOMPARE(shown(), family.isEmpty() ? before : family);
+}
+
+void PreferencesTest::fontsAreOfTheirKind()
+{
+    const auto font = [this](const char* name) { return look().property(name).value<QFont>(); };
+    QCOMPARE(font("headline").weight(), QFont::Bold);
+    QCOMPARE(font("heading").weight(), QFont::DemiBold);
+    QVERIFY(QFontInfo(font("monospacedCaption")).fixedPitch());
+    const QString family = QFontDatabase::families().constLast();
+    const QFont any("Any");
+    QCOMPARE(look::DesktopTheme::inFirstOf({"none", family}, any).families(), QStringList(family));
+    QCOMPARE(look::DesktopTheme::inFirstOf({"none"}, any), any);
 }
 
 void PreferencesTest::textGrowsWithTheDesktops()

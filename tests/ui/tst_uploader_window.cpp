@@ -174,6 +174,7 @@ void UploaderWindowTest::logFollowsItsEndAndOtherwiseStays()
     QCOMPARE(place(), end());
     QMetaObject::invokeMethod(log, "select", Q_ARG(int, 0), Q_ARG(int, 4));
     area->setProperty("contentY", 10);
+    QVERIFY(log->flags().testFlag(QQuickItem::ItemObservesViewport)); // nothing is made of what is out of it
     QSignalSpy frames(&m_fixture->window(), &QQuickWindow::afterAnimating);
     for (int count = 0; count < 100; ++count) {
         state().refreshLogs(); // announced, but the same

@@ -11,7 +11,7 @@ Rectangle {
     // Nothing tells when compositing starts or ends; a window is activated or shown afterwards.
     Connections {
         function onActiveChanged() {
-            DesktopTheme.lookForCompositor();
+            DesktopTheme.compositorLookedFor();
         }
 
         target: view.Window.window

@@ -1,16 +1,18 @@
 #pragma once
 
+#include "ui/look/VisiblePainter.h"
+
 #include <QColor>
 #include <QPointF>
 #include <QQuickItem>
-#include <QRectF>
 #include <QtQml/qqml.h>
 
 namespace tessary::look {
 
 /// The blurred shadow of a squircle that covers this item, drawn around it and nowhere below it, so that a
 /// translucent shape does not show its own shadow. One small blurred picture is stretched to any size.
-class BlurredShadow : public QQuickItem
+class BlurredShadow
+    : public tessary::look::VisiblePainter // in full: the linter of the screens knows it by that name
 {
     Q_OBJECT
     QML_ELEMENT
@@ -21,19 +23,16 @@ class BlurredShadow : public QQuickItem
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY lookChanged)
 
 public:
-    explicit BlurredShadow(QQuickItem* parent = nullptr);
+    using VisiblePainter::VisiblePainter;
 
-Q_SIGNALS:
-    void lookChanged();
+    void paint(QPainter& /*painter*/, QSizeF /*size*/, qreal /*scale*/) const override {} // shown in parts
 
 protected:
-    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
-    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
-    void itemChange(ItemChange change, const ItemChangeData& data) override;
+    void showIn(PictureNode& node, QSize pixels, qreal scale) override;
 
 private:
-    qreal m_radius = 0;
-    qreal m_blur = 0;
+    qreal m_radius{};
+    qreal m_blur{};
     QPointF m_offset;
     QColor m_color = Qt::transparent;
 };

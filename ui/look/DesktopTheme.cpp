@@ -10,11 +10,10 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <array>
 
 namespace tessary::look {
 
-DesktopTheme::DesktopTheme(QObject* parent) : QObject(parent), m_composited(desktop::isComposited())
+DesktopTheme::DesktopTheme(QObject* parent) : QObject(parent)
 {
     qGuiApp->installEventFilter(this);
     using desktop::PortalAppearance;
@@ -36,6 +35,11 @@ QColor DesktopTheme::accent()
 QColor DesktopTheme::textOnAccent()
 {
     return QGuiApplication::palette().color(QPalette::Active, QPalette::HighlightedText);
+}
+
+bool DesktopTheme::composited()
+{
+    return desktop::isComposited();
 }
 
 QFont DesktopTheme::font() const
@@ -64,7 +68,7 @@ QFont DesktopTheme::described(const QString& description, const QFont& otherwise
     }
     QFont result(otherwise);
     result.setFamilies({match.captured(1)});
-    if (match.capturedLength(3) > 0) {
+    if (match.hasCaptured(3)) {
         result.setPixelSize(std::max(1, qRound(size)));
     } else {
         result.setPointSizeF(size);
@@ -75,7 +79,7 @@ QFont DesktopTheme::described(const QString& description, const QFont& otherwise
 QFont DesktopTheme::scaled(const QFont& font, qreal factor, int weight)
 {
     QFont result(font);
-    if (font.pointSizeF() > 0) {
+    if (font.pixelSize() == -1) { // its size is in points of print
         result.setPointSizeF(font.pointSizeF() * factor);
     } else {
         result.setPixelSize(qRound(font.pixelSize() * factor));
@@ -101,18 +105,15 @@ QFont DesktopTheme::monospaced(const QFont& font)
 {
     QFont result(font);
     result.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
-    result.setStyleHint(QFont::Monospace);
     return result;
 }
 
-QFont DesktopTheme::rounded(const QFont& font)
+QFont DesktopTheme::inFirstOf(const QStringList& families, const QFont& font)
 {
-    static const std::array<QString, 3> families{QStringLiteral("Nunito"), QStringLiteral("Quicksand"),
-                                                 QStringLiteral("Varela Round")};
     // Asked for a single name, the toolkit looks for all that could stand in for it, which takes long.
     const QStringList installed = QFontDatabase::families();
-    const auto* found = std::find_if(families.begin(), families.end(),
-                                     [&installed](const auto& name) { return installed.contains(name); });
+    const auto found = std::find_if(families.begin(), families.end(),
+                                    [&installed](const auto& name) { return installed.contains(name); });
     QFont result(font);
     if (found != families.end()) {
         result.setFamilies({*found});
@@ -120,18 +121,17 @@ QFont DesktopTheme::rounded(const QFont& font)
     return result;
 }
 
-void DesktopTheme::lookForCompositor()
+bool DesktopTheme::eventFilter(QObject* /*watched*/, QEvent* event)
 {
-    m_composited = desktop::isComposited();
-    Q_EMIT compositedChanged();
-}
-
-bool DesktopTheme::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == qGuiApp && event->type() == QEvent::ApplicationPaletteChange) {
+    switch (event->type()) {
+    case QEvent::ApplicationPaletteChange:
         Q_EMIT paletteChanged();
-    } else if (watched == qGuiApp && event->type() == QEvent::ApplicationFontChange) {
+        break;
+    case QEvent::ApplicationFontChange:
         Q_EMIT fontChanged();
+        break;
+    default:
+        break;
     }
     return false;
 }

@@ -25,7 +25,7 @@ class DesktopTheme : public QObject
     /// False when changes are to apply at once.
     Q_PROPERTY(bool animations READ animations NOTIFY animationsChanged)
     /// A window may let the desktop behind it show through.
-    Q_PROPERTY(bool composited READ composited NOTIFY compositedChanged)
+    Q_PROPERTY(bool composited READ composited NOTIFY compositorLookedFor)
 
 public:
     explicit DesktopTheme(QObject* parent = nullptr);
@@ -33,13 +33,12 @@ public:
     [[nodiscard]] bool dark() const;
     [[nodiscard]] static QColor accent();
     [[nodiscard]] static QColor textOnAccent();
+    [[nodiscard]] static bool composited();
     [[nodiscard]] QFont font() const;
 
     [[nodiscard]] bool highContrast() const { return m_portal.highContrast(); }
 
     [[nodiscard]] bool animations() const { return m_portal.animations(); }
-
-    [[nodiscard]] bool composited() const { return m_composited; }
 
     /// The font that desktops describe like "Cantarell Bold 11", whose style is left to the texts; the other
     /// one when it is not described like that.
@@ -52,23 +51,20 @@ public:
     Q_INVOKABLE [[nodiscard]] static qreal pointsOf(const QFont& font);
     /// In the desktop's fixed-width family.
     Q_INVOKABLE [[nodiscard]] static QFont monospaced(const QFont& font);
-    /// In a family of round shapes, where one is installed.
-    Q_INVOKABLE [[nodiscard]] static QFont rounded(const QFont& font);
-
-    /// Asks the desktop again whether it composites; nothing tells when that changes.
-    Q_INVOKABLE void lookForCompositor();
+    /// In the first of these families that is installed, if one is.
+    Q_INVOKABLE [[nodiscard]] static QFont inFirstOf(const QStringList& families, const QFont& font);
 
 Q_SIGNALS:
     void paletteChanged();
     void fontChanged();
     void animationsChanged();
-    void compositedChanged();
+    /// Nothing tells when that changes, so it is asked for again now and then, by this.
+    void compositorLookedFor();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool m_composited;
     desktop::PortalAppearance m_portal;
 };
 

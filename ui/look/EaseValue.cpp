@@ -3,8 +3,6 @@
 #include <QEasingCurve>
 #include <QPointF>
 
-#include <algorithm>
-
 namespace tessary::look {
 namespace {
 
@@ -20,7 +18,7 @@ QEasingCurve makeCurve()
 void EaseValue::updateCurrentTime(int milliseconds)
 {
     static const QEasingCurve curve = makeCurve();
-    const qreal share = std::min(static_cast<qreal>(milliseconds) / duration(), qreal(1));
+    const qreal share = static_cast<qreal>(milliseconds) / duration();
     m_value = m_start + (goal() - m_start) * curve.valueForProgress(share);
     Q_EMIT valueChanged();
 }

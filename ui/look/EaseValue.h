@@ -29,7 +29,7 @@ protected:
 
 private:
     qreal m_seconds = 0.35;
-    qreal m_start = 0;
+    qreal m_start{};
     qreal m_value = 0;
 };
 

@@ -25,9 +25,6 @@ void InView::cull()
 
 void InView::follow(QQuickWindow* window)
 {
-    if (m_window != nullptr) {
-        m_window->removeEventFilter(this);
-    }
     m_window = window;
     if (window != nullptr) {
         window->installEventFilter(this);

@@ -13,7 +13,7 @@ class InView : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("It is attached to an item.")
+    QML_UNCREATABLE("")
     QML_ATTACHED(tessary::look::InView) // in full: the linter of the screens knows it by that name
     /// The item's window is on the screen: it is open, and neither minimised nor covered as far as the
     /// desktop tells.
@@ -42,7 +42,7 @@ private:
 
     QQuickItem* m_item;
     QPointer<QQuickWindow> m_window;
-    bool m_exposed = false;
+    bool m_exposed{};
 };
 
 } // namespace tessary::look

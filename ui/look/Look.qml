@@ -56,7 +56,7 @@ QtObject {
 
     readonly property font body: DesktopTheme.scaled(DesktopTheme.font, 1, Font.Normal)
     readonly property font title: DesktopTheme.scaled(DesktopTheme.font, 1.69, Font.Bold)
-    readonly property font roundedTitle: DesktopTheme.rounded(title)
+    readonly property font roundedTitle: DesktopTheme.inFirstOf(["Nunito", "Quicksand", "Varela Round"], title)
     readonly property font title2: DesktopTheme.scaled(DesktopTheme.font, 1.31, Font.DemiBold)
     readonly property font boldTitle2: DesktopTheme.scaled(DesktopTheme.font, 1.31, Font.Bold)
     readonly property font headline: DesktopTheme.scaled(DesktopTheme.font, 1, Font.Bold)

@@ -42,7 +42,10 @@ struct PlainPart
 
 /// Parts of a picture, and a plain rectangle, kept on the grid of device pixels from frame to frame: an item
 /// is not told when what it lies in moves. For the render thread.
-class PictureNode : public QSGNode
+///
+/// A transform node, though it moves nothing: below another, the toolkit's painter on the processor would
+/// show a part that comes later where the window begins.
+class PictureNode : public QSGTransformNode
 {
 public:
     explicit PictureNode(QQuickWindow& window);
@@ -68,7 +71,7 @@ private:
     std::vector<Shown> m_parts;
     QSGRectangleNode* m_filled = nullptr; ///< owned like a part's
     QRectF m_filledTo;
-    qreal m_scale = 1;
+    qreal m_scale{};
     std::optional<QPointF> m_shift; ///< none off the grid
 };
 

@@ -34,7 +34,7 @@ QImage blurredAndTurned(const QImage& alpha, const std::vector<float>& kernel)
     QImage result(alpha.height(), alpha.width(), QImage::Format_Alpha8);
     const int width = alpha.width();
     // With as much of nothing at both ends as the kernel reaches, so that no sum has to look where it is.
-    std::vector<float> row(static_cast<std::size_t>(width + 2 * reach));
+    std::vector<float> row(static_cast<std::size_t>(width) + kernel.size());
     std::vector<float> sums(static_cast<std::size_t>(width));
     uchar* const turned = result.bits();
     const qsizetype stride = result.bytesPerLine();

@@ -29,8 +29,7 @@ Corner measure(qreal radius, qreal shortestSide)
     const qreal room = shortestSide / 2;
     Corner corner{};
     corner.radius = std::min(radius, room);
-    const qreal smoothing =
-        corner.radius > 0 ? std::clamp(room / corner.radius - 1, qreal(0), fullSmoothing) : fullSmoothing;
+    const qreal smoothing = std::clamp(room / corner.radius - 1, qreal(0), fullSmoothing);
     corner.reach = (1 + smoothing) * corner.radius;
     corner.arcAngle = quarterTurn * (1 - smoothing);
     corner.easedAngle = quarterTurn * smoothing / 2;

@@ -17,14 +17,15 @@ QImage drawingOf(const QString& name, QSize size, qreal turn)
     drawing.fill(Qt::transparent);
     QSvgRenderer renderer(QStringLiteral(":/qt/qml/Tessary/Look/symbols/%1.svg").arg(name));
     renderer.setAspectRatioMode(Qt::KeepAspectRatio);
-    QPainter painter(&drawing);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF bounds(QPointF(), size);
-    painter.translate(bounds.center());
-    painter.rotate(turn);
-    painter.translate(-bounds.center());
-    renderer.render(&painter, bounds);
-    painter.end();
+    {
+        QPainter painter(&drawing);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QRectF bounds(QPointF(), size);
+        painter.translate(bounds.center());
+        painter.rotate(turn);
+        painter.translate(-bounds.center());
+        renderer.render(&painter, bounds);
+    }
     return drawing;
 }
 
@@ -65,11 +66,10 @@ void Symbol::setFontSize(qreal size)
 
 void Symbol::paint(QPainter& painter, QSizeF size, qreal scale) const
 {
-    const QSize pixels = (size * scale).toSize();
-    if (m_name.isEmpty() || pixels.isEmpty()) {
+    if (m_name.isEmpty()) {
         return;
     }
-    const QImage drawing = drawingOf(m_name, pixels, m_turn);
+    const QImage drawing = drawingOf(m_name, (size * scale).toSize(), m_turn);
     if (m_backing.alpha() > 0) {
         painter.drawImage(QRectF(QPointF(), size), tinted(m_backing, drawing));
     }

@@ -39,7 +39,7 @@ private:
     QColor m_color = Qt::black;
     QColor m_backing = Qt::transparent;
     qreal m_turn = 0;
-    qreal m_fontSize = 0;
+    qreal m_fontSize{};
 };
 
 } // namespace tessary::look

@@ -55,23 +55,16 @@ void VisiblePainter::showIn(PictureNode& node, QSize pixels, qreal scale)
 QImage VisiblePainter::draw(QSize pixels, qreal scale) const
 {
     const int margin = overhang(scale);
-    QImage image(pixels + 2 * QSize(margin, margin), QImage::Format_ARGB32_Premultiplied);
+    QImage image(pixels.grownBy({margin, margin, margin, margin}), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(margin, margin);
-    painter.scale(scale, scale);
-    paint(painter, QSizeF(pixels) / scale, scale);
-    painter.end();
-    return image;
-}
-
-void VisiblePainter::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
-{
-    QQuickItem::geometryChange(newGeometry, oldGeometry);
-    if (newGeometry.size() != oldGeometry.size()) {
-        update();
+    {
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(margin, margin);
+        painter.scale(scale, scale);
+        paint(painter, QSizeF(pixels) / scale, scale);
     }
+    return image;
 }
 
 void VisiblePainter::itemChange(ItemChange change, const ItemChangeData& data)

@@ -41,7 +41,6 @@ protected:
     [[nodiscard]] QImage draw(QSize pixels, qreal scale) const;
 
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
-    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
@@ -49,7 +48,7 @@ private:
 
     bool m_stale = true;
     QSize m_shownPixels;
-    qreal m_shownScale = 0;
+    qreal m_shownScale{};
 };
 
 } // namespace tessary::look
