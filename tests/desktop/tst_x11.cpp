@@ -47,26 +47,24 @@ void X11Test::whoeverOwnsTheSelectionComposites()
 
 void X11Test::portalsDialogIsWaitedForUntilItIsUp_data()
 {
-    QTest::addColumn<QStringList>("names");
     QTest::addColumn<QVariant>("version");
     QTest::addColumn<QVariant>("request");
     QTest::addColumn<int>("questions");
-    const QStringList names{"org.freedesktop.portal.Desktop"};
     const auto version = [](uint number) { return QVariant::fromValue(QDBusVariant(number)); };
     const auto request = QVariant::fromValue(QDBusObjectPath("/request/3"));
-    QTest::newRow("up") << names << version(3) << request << 2;
-    QTest::newRow("no portal") << QStringList() << version(3) << request << 0;
-    QTest::newRow("version zero") << names << version(0) << request << 1;
-    QTest::newRow("no dialog") << names << version(3) << QVariant(3U) << 2;
+    QTest::newRow("up") << version(3) << request << 2;
+    QTest::newRow("no portal") << version(3) << request << 0;
+    QTest::newRow("version zero") << version(0) << request << 1;
+    QTest::newRow("no dialog") << version(3) << QVariant(3U) << 2;
 }
 
 void X11Test::portalsDialogIsWaitedForUntilItIsUp()
 {
-    QFETCH(QStringList, names);
     QFETCH(QVariant, version);
     QFETCH(QVariant, request);
     QFETCH(int, questions);
     const bool up = qstrcmp(QTest::currentDataTag(), "up") == 0;
+    const QStringList names(qsizetype(questions > 0), "org.freedesktop.portal.Desktop");
     const QDBusConnection bus = QDBusConnection::sessionBus();
     const QDBusConnection desktop = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "desktop");
     FakeService portal(desktop, names, request);

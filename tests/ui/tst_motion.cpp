@@ -81,8 +81,6 @@ void MotionTest::followsItsCurve_data()
                                    << 1.0 << spring(0.6) << 20;
     QTest::newRow("overlay goes") << complete << end << "successOverlay" << QByteArray("amount") << 1.0 << 0.0
                                   << easeInOut(0.35) << 25;
-    QTest::newRow("overlay's card") << complete << end << "successCard" << QByteArray("scale") << 1.0 << 0.8
-                                    << easeInOut(0.35) << 25;
     QTest::newRow("overlay's badge") << complete << end << "successBadge" << QByteArray("scale") << 1.0 << 0.5
                                      << easeInOut(0.35) << 25;
     QTest::newRow("dot") << nothing << upload << "stateDot" << QByteArray("opacity") << 0.8 << 1.0

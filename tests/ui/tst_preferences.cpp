@@ -128,7 +128,9 @@ void PreferencesTest::nothingMovesWithoutAnimations()
 {
     change("org.gnome.desktop.interface", "enable-animations", false);
     QVERIFY(m_fixture->click("detailsButton"));
-    QVERIFY(m_fixture->item("nameField") == nullptr); // at once
+    QVERIFY(m_fixture->item("nameField") == nullptr && m_fixture->item("logText") == nullptr); // at once
+    QVERIFY(m_fixture->item("filePicker") != nullptr && m_fixture->item("uploadButton") != nullptr);
+    QCOMPARE(m_fixture->driver().textOf("detailsButton"), "Show details");
     QVERIFY(m_fixture->click("detailsButton"));
     QCOMPARE(m_fixture->item("uploadButton")->mapToScene({0, 0}).x(),
              m_fixture->item("nameField")->mapToScene({0, 0}).x());

@@ -38,7 +38,6 @@ private Q_SLOTS:
     void barComesWithWhatCanBeScrolledAndScrollsIt();
     void hiddenLogComesBackWhereItWas();
     void whatIsCutOffShowsUnderThePointer();
-    void detailsHideAndShow();
     void overlayShowsAndGoes();
     void headerNamesTheWorkspaceAndLeadsToTheKey();
     void quittingAsksWhileSomethingIsUnderWay();
@@ -244,16 +243,6 @@ void UploaderWindowTest::whatIsCutOffShowsUnderThePointer()
     QTest::mouseMove(&m_fixture->window(), pointer);
     QTRY_VERIFY(!m_fixture->item("statusLine")->property("truncated").toBool());
     QVERIFY(m_fixture->item("tip") == nullptr);
-}
-
-void UploaderWindowTest::detailsHideAndShow()
-{
-    QVERIFY(m_fixture->click("detailsButton"));
-    QTRY_VERIFY(m_fixture->item("nameField") == nullptr && m_fixture->item("logText") == nullptr);
-    QVERIFY(m_fixture->item("filePicker") != nullptr && m_fixture->item("uploadButton") != nullptr);
-    QCOMPARE(m_fixture->driver().textOf("detailsButton"), "Show details");
-    QVERIFY(m_fixture->click("detailsButton"));
-    QTRY_VERIFY(m_fixture->item("nameField") != nullptr && m_fixture->item("logText") != nullptr);
 }
 
 void UploaderWindowTest::overlayShowsAndGoes()
