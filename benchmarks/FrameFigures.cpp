@@ -117,7 +117,7 @@ std::vector<Figure> measureFrames()
                                    Movement{"details toggled ten times", [&] {
                                                 for (int count = 0; count < 10; ++count) {
                                                     rig.state().setShowDetails(!rig.state().showDetails());
-                                                    runFor(std::chrono::milliseconds(700));
+                                                    runFor(std::chrono::milliseconds(500));
                                                 }
                                             }}};
         for (const Movement& movement : movements) {

@@ -36,7 +36,7 @@ Figure idleFigure(QLatin1StringView name, double share)
 
 std::vector<Figure> measureIdleness()
 {
-    constexpr std::chrono::seconds watched{15};
+    constexpr std::chrono::seconds watched{12};
     Rig rig(Rig::Tool::StandIn);
     std::vector<Figure> figures;
     const auto take = [&figures, watched](const char* name) {
