@@ -4,7 +4,6 @@
 
 #include <unicode/ubrk.h>
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <clocale>
@@ -19,7 +18,7 @@ namespace tessary {
 namespace {
 
 const QString rateMark = QStringLiteral("(Mb/s): ");
-const QString logFileMark = QStringLiteral("Log file is located at");
+constexpr QLatin1StringView logFileMark("Log file is located at");
 
 bool isChatter(const QString& text)
 {
@@ -32,10 +31,13 @@ double readNumber(const QString& text)
 {
     static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
     const QByteArray bytes = text.toUtf8();
+    constexpr QByteArrayView whiteSpace(" \t\n\v\f\r");
+    if (bytes.isEmpty() || whiteSpace.contains(bytes.front())) {
+        return 0;
+    }
     char* end = nullptr;
     const double number = strtod_l(bytes.constData(), &end, plain);
-    // White space in front would read, too.
-    return end == bytes.cend() && bytes == bytes.trimmed() ? number : 0;
+    return end == bytes.cend() ? number : 0;
 }
 
 /// The shortest decimal form that reads back as the same number, with at least one digit after the point.
@@ -53,8 +55,10 @@ QString writeNumber(double number)
 
 double readPercentage(const QString& report)
 {
-    const QString before = report.section(QStringLiteral(" %"), 0, 0);
-    QStringView number(before);
+    QStringView number(report);
+    if (const qsizetype mark = number.indexOf(QLatin1StringView(" %")); mark >= 0) {
+        number.truncate(mark);
+    }
     while (number.startsWith(u'\r')) {
         number = number.sliced(1);
     }
@@ -84,16 +88,19 @@ QString progressEntry(const TransferReport& report)
 std::optional<qsizetype> beginOfLastPlain(const QString& text, int count)
 {
     constexpr char16_t firstCombining = 0x0300;
-    const auto isPlain = [](QChar unit) { return unit.unicode() < firstCombining; };
-    QStringView before(text);
-    for (int found = 0; found < count && !before.isEmpty(); ++found) {
-        if (!isPlain(before.back())) {
+    const auto isPlain = [&text](qsizetype at) { return text.at(at).unicode() < firstCombining; };
+    qsizetype begin = text.size();
+    for (int found = 0; found < count && begin > 0; ++found) {
+        --begin;
+        if (!isPlain(begin)) {
             return std::nullopt;
         }
-        before.chop(before.back() == u'\n' && before.endsWith(u"\r\n") ? 2 : 1);
+        if (text.at(begin) == u'\n' && begin > 0 && text.at(begin - 1) == u'\r') {
+            --begin;
+        }
     }
     // What stands before the cut could still join the first character after it.
-    return before.isEmpty() || isPlain(before.back()) ? std::optional(before.size()) : std::nullopt;
+    return begin == 0 || isPlain(begin - 1) ? std::optional(begin) : std::nullopt;
 }
 
 /// Where the last `count` user-perceived characters begin; 0 when there are no more than that.
@@ -116,10 +123,12 @@ qsizetype beginOfLast(const QString& text, int count)
                  static_cast<int32_t>(text.size()), &status);
     // Forwards, since the segmenter walks backwards at about half the speed.
     std::vector<int32_t> begins;
+    begins.reserve(static_cast<std::size_t>(text.size()));
     for (int32_t at = ubrk_first(characters.get()); at < text.size(); at = ubrk_next(characters.get())) {
         begins.push_back(at);
     }
-    return begins.at(begins.size() - std::min(begins.size(), static_cast<std::size_t>(count)));
+    const auto wanted = static_cast<std::size_t>(count);
+    return begins.size() <= wanted ? 0 : begins.at(begins.size() - wanted);
 }
 
 } // namespace
@@ -134,13 +143,23 @@ std::optional<TransferReport> readTransferReport(const QString& text)
 
 QString readLogFilePath(const QString& text)
 {
-    const QString path = text.section(logFileMark, 1).section(u'\n', 0, 0).trimmed();
-    return path.startsWith(u':') ? path.sliced(1).trimmed() : path;
+    const qsizetype mark = text.indexOf(logFileMark);
+    if (mark < 0) {
+        return {};
+    }
+    const QStringView rest = QStringView(text).sliced(mark + logFileMark.size());
+    const qsizetype end = rest.indexOf(u'\n');
+    QStringView path = (end < 0 ? rest : rest.first(end)).trimmed();
+    if (path.startsWith(u':')) {
+        path = path.sliced(1).trimmed();
+    }
+    return path.toString();
 }
 
 void TransferLog::clear()
 {
-    *this = TransferLog();
+    m_logs.clear();
+    m_progress = 0;
 }
 
 TransferLog::Effect TransferLog::processOutput(const QString& text)
