@@ -1,4 +1,3 @@
-#include "desktop/BringToFront.h"
 #include "desktop/CaretRest.h"
 #include "desktop/PortalAppearance.h"
 #include "desktop/PortalFileChooser.h"
@@ -36,7 +35,6 @@ private Q_SLOTS:
     void thePortalsDialogIsForWhoHasNoneOfTheirOwn();
     void theCaretRestsUntilItIsWoken_data();
     void theCaretRestsUntilItIsWoken();
-    void aWindowComesUpWithItsToken();
 
 private:
     /// @param rounds one for each question that the answer to another one lets go out
@@ -256,20 +254,6 @@ void DesktopTest::theCaretRestsUntilItIsWoken()
         QCOMPARE(untouched->isActive(), wakes);
     }
     QCOMPARE(flashTime(), before);
-}
-
-void DesktopTest::aWindowComesUpWithItsToken()
-{
-    constexpr const char* token = "XDG_ACTIVATION_TOKEN";
-    QWindow window;
-    window.showMinimized();
-    QByteArray given; // while the platform is asked
-    connect(&window, &QWindow::windowStateChanged, this, [&given] { given = qgetenv(token); });
-    bringToFront(window, "of the press");
-    QCOMPARE(window.windowStates(), Qt::WindowNoState);
-    QCOMPARE(given, QByteArray("of the press"));
-    QVERIFY(!qEnvironmentVariableIsSet(token)); // or a tool would inherit it
-    QTRY_COMPARE(QGuiApplication::focusWindow(), &window);
 }
 
 QTEST_MAIN(DesktopTest)

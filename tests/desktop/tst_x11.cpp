@@ -1,3 +1,4 @@
+#include "desktop/BringToFront.h"
 #include "desktop/Compositor.h"
 #include "desktop/PortalFileChooser.h"
 #include "tests/support/FakeService.h"
@@ -12,8 +13,32 @@
 
 #include <xcb/xcb.h>
 
+#include <memory>
+
 using namespace tessary::desktop;
 using namespace tessary::testing;
+
+namespace {
+
+xcb_connection_t* display()
+{
+    return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+}
+
+xcb_window_t root()
+{
+    return xcb_setup_roots_iterator(xcb_get_setup(display())).data->root;
+}
+
+/// Of all windows on the screen, the one above the others.
+WId topWindow()
+{
+    const std::unique_ptr<xcb_query_tree_reply_t, decltype(&free)> tree(
+        xcb_query_tree_reply(display(), xcb_query_tree(display(), root()), nullptr), free);
+    return xcb_query_tree_children(tree.get())[tree->children_len - 1];
+}
+
+} // namespace
 
 /// On an X server of its own, where this test is whatever else there is.
 class X11Test : public QObject
@@ -22,6 +47,7 @@ class X11Test : public QObject
 
 private Q_SLOTS:
     void whoeverOwnsTheSelectionComposites();
+    void windowComesToTheFrontWithItsToken();
     void portalsDialogIsWaitedForUntilItIsUp_data();
     void portalsDialogIsWaitedForUntilItIsUp();
 };
@@ -29,20 +55,39 @@ private Q_SLOTS:
 void X11Test::whoeverOwnsTheSelectionComposites()
 {
     QVERIFY(!isComposited()); // nobody has ever named the selection
-    xcb_connection_t* server = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    xcb_connection_t* server = display();
     const QByteArray name("_NET_WM_CM_S0");
     xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
         server, xcb_intern_atom(server, 0, static_cast<uint16_t>(name.size()), name.constData()), nullptr);
-    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(server)).data;
     const xcb_window_t window = xcb_generate_id(server);
-    xcb_create_window(server, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
+    xcb_create_window(server, XCB_COPY_FROM_PARENT, window, root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
     QVERIFY(!isComposited());
     xcb_set_selection_owner(server, window, atom->atom, XCB_CURRENT_TIME);
     QVERIFY(isComposited());
     xcb_destroy_window(server, window);
     QVERIFY(!isComposited());
     free(atom); // NOLINT(cppcoreguidelines-no-malloc): the library's own
+}
+
+void X11Test::windowComesToTheFrontWithItsToken()
+{
+    constexpr const char* token = "XDG_ACTIVATION_TOKEN";
+    QWindow wanted;
+    QWindow other;
+    wanted.showMinimized();
+    other.show();
+    other.requestActivate();
+    QTRY_COMPARE(QGuiApplication::focusWindow(), &other);
+    QCOMPARE(topWindow(), other.winId());
+    QByteArray given; // while the platform is asked
+    connect(&wanted, &QWindow::windowStateChanged, this, [&given] { given = qgetenv(token); });
+    bringToFront(wanted, "of the press");
+    QCOMPARE(wanted.windowStates(), Qt::WindowNoState);
+    QCOMPARE(given, QByteArray("of the press"));
+    QVERIFY(!qEnvironmentVariableIsSet(token)); // or a tool would inherit it
+    QTRY_COMPARE(QGuiApplication::focusWindow(), &wanted);
+    QCOMPARE(topWindow(), wanted.winId());
 }
 
 void X11Test::portalsDialogIsWaitedForUntilItIsUp_data()
