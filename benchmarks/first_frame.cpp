@@ -1,9 +1,9 @@
 // Starts as the program does, or with a bare window in its place, and prints the milliseconds to the first
 // frame and, a second later, the most memory that was used, in bytes, and the window's size.
-//   tessary_first_frame login|uploader START               START: when the process was launched, in ms of the
-//   tessary_first_frame bare|text START WIDTH HEIGHT       monotonic clock; a text is one line in an
-//   otherwise
-//                                                          bare window
+//   tessary_first_frame program START SETTINGS SERVICE
+//   tessary_first_frame bare|text START WIDTH HEIGHT
+// START is when the process was launched, in ms of the monotonic clock, SETTINGS the folder with the key, if
+// there is one, SERVICE its base URL. A text is one line in an otherwise bare window.
 
 #include "app/Program.h"
 #include "benchmarks/MonotonicClock.h"
@@ -13,8 +13,6 @@
 
 #include <QGuiApplication>
 #include <QQuickWindow>
-#include <QTcpServer>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <memory>
@@ -63,17 +61,9 @@ int showBareWindow(const QByteArray& content, double start)
     return QCoreApplication::exec();
 }
 
-/// @param signedIn with a stored key, whose check gets no answer: the window opens with the uploader screen
-int showProgram(bool signedIn, double start)
+int showProgram(const QString& settings, const QString& service, double start)
 {
-    QTcpServer service;
-    const QTemporaryDir settings;
-    if (!service.listen(QHostAddress::LocalHost) ||
-        (signedIn && !StoredApiKey(settings.path()).write(QStringLiteral("a key")))) {
-        return EXIT_FAILURE;
-    }
-    Program program({QStringLiteral("http://127.0.0.1:%1/api").arg(service.serverPort()), settings.path(),
-                     standardResourcesFolder()});
+    Program program({service, settings, standardResourcesFolder()});
     if (!program.openWindow()) {
         return EXIT_FAILURE;
     }
@@ -85,17 +75,17 @@ int showProgram(bool signedIn, double start)
 
 int main(int argc, char** argv)
 {
-    if (argc != 3 && argc != 5) {
+    if (argc != 5) {
         return EXIT_FAILURE;
     }
     const QByteArray kind = argv[1];
     const double start = QByteArray(argv[2]).toDouble();
-    if (argc == 5) {
+    if (kind != "program") {
         const QByteArray size = QByteArray("width: ") + argv[3] + "; height: " + argv[4] + "; ";
         const QGuiApplication application(argc, argv);
         return showBareWindow(size + (kind == "text" ? "Text { text: 'One line of text' }" : ""), start);
     }
     desktop::prepareProcess();
     const QGuiApplication application(argc, argv);
-    return showProgram(kind == "uploader", start);
+    return showProgram(QString::fromLocal8Bit(argv[3]), QString::fromLocal8Bit(argv[4]), start);
 }
