@@ -76,8 +76,9 @@ bool Program::openWindow()
     });
     if (QGuiApplication::windowIcon().isNull()) {
         const auto show = [] { QGuiApplication::setWindowIcon(windowIcon()); };
-        // After the first frame, which people wait for.
-        connect(window, &QQuickWindow::frameSwapped, this, show, Qt::SingleShotConnection);
+        // When all that people wait for in the first frame is done.
+        connect(window, &QQuickWindow::frameSwapped, this, show,
+                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     }
     Q_EMIT windowCountChanged();
     return true;

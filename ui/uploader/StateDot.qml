@@ -42,6 +42,6 @@ Squircle {
         target: dot
         property: "opacity"
         to: dot.calmOpacity
-        running: !dot.busy || !Look.animations
+        running: (!dot.busy || !Look.animations) && dot.opacity !== to // what runs asks for frames
     }
 }
