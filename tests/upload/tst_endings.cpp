@@ -140,7 +140,7 @@ void EndingsTest::anUploadOutlivesItsScreen()
 
 void EndingsTest::endingEverything()
 {
-    UploadFixture fixture("trap '' TERM" + patientTool.split('\n').mid(2).join('\n'));
+    UploadFixture fixture("trap '' TERM\n" + patientTool.split('\n').mid(2).join('\n'));
     fixture.startUpload();
     QTRY_VERIFY(fixture.tool.has("runs"));
     QSignalSpy ended(fixture.app.uploadActivity(), &UploadActivity::ended);
