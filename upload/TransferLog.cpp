@@ -183,8 +183,10 @@ TransferLog::Effect TransferLog::processOutput(const QString& text)
 
 void TransferLog::append(const QString& entry)
 {
-    m_logs += entry;
-    m_logs.remove(0, beginOfLast(m_logs, maxLogLength));
+    const QString all = m_logs + entry;
+    // A copy: a text that is cut at its front keeps the room before it, and takes as much more at each
+    // growth.
+    m_logs = all.sliced(beginOfLast(all, maxLogLength));
 }
 
 } // namespace tessary

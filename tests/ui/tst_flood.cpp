@@ -15,8 +15,8 @@ constexpr bool memoryIsOurs = false; // the sanitizer keeps what was freed
 constexpr bool memoryIsOurs = true;
 #endif
 
-/// Less than half of what the tool writes.
-constexpr qint64 memoryBound = 48LL * 1024 * 1024;
+/// Less than a tenth of what the tool writes.
+constexpr qint64 memoryBound = 8LL * 1024 * 1024;
 
 } // namespace
 

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void processOutput();
     void numbersIgnoreTheUsersLocale();
     void progressTakesWhateverReadsAsANumber();
+    void keepsNoMoreMemoryThanItNeeds();
     void keepsTheLastCharacters_data();
     void keepsTheLastCharacters();
 };
@@ -111,6 +112,15 @@ void TransferLogTest::progressTakesWhateverReadsAsANumber()
     log.processOutput(QStringLiteral("-1e999 %"));
     QCOMPARE(log.progress(), -std::numeric_limits<double>::infinity());
     QCOMPARE(log.logs(), QStringLiteral("inf%\nnan%\nnan%\n-inf%\n"));
+}
+
+void TransferLogTest::keepsNoMoreMemoryThanItNeeds()
+{
+    TransferLog log;
+    for (int chunk = 0; chunk < 1000; ++chunk) {
+        log.processOutput(QStringLiteral("x").repeated(1000));
+    }
+    QVERIFY(log.logs().capacity() < 4 * TransferLog::maxLogLength);
 }
 
 void TransferLogTest::keepsTheLastCharacters_data()
