@@ -65,7 +65,10 @@ bool WindowDriver::ready(const QString& name) const
 {
     QPointF last;
     QElapsedTimer still;
-    return await(QStringLiteral("\"%1\" to take input").arg(name), [&] {
+    int frames = 0; // since it moved: what was made just now may not be laid out for a while
+    const auto counting =
+        QObject::connect(&m_window, &QQuickWindow::frameSwapped, &m_window, [&] { ++frames; });
+    const bool came = await(QStringLiteral("\"%1\" to take input").arg(name), [&] {
         QQuickItem* item = find(name);
         if (item == nullptr || !item->isEnabled() || find(QStringLiteral("pressGuard")) != nullptr) {
             return false;
@@ -74,9 +77,14 @@ bool WindowDriver::ready(const QString& name) const
         const QPointF centre = centreOf(*item);
         if (centre != std::exchange(last, centre) || !still.isValid()) {
             still.start();
+            frames = 0;
         }
-        return still.hasExpired(stillMilliseconds) && QRectF(QPointF(), m_window.size()).contains(centre);
+        m_window.update();
+        return still.hasExpired(stillMilliseconds) && frames > 1 &&
+               QRectF(QPointF(), m_window.size()).contains(centre);
     });
+    QObject::disconnect(counting);
+    return came;
 }
 
 bool WindowDriver::click(const QString& name)
