@@ -21,6 +21,7 @@ if(TESSARY_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+add_compile_definitions(_GLIBCXX_ASSERTIONS) # a value that is not there, or an index outside, ends the program
 # What people install is hardened as a distribution's own programs are.
-add_compile_options("$<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2;-D_GLIBCXX_ASSERTIONS;-fstack-protector-strong>")
+add_compile_options("$<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2;-fstack-protector-strong>")
 add_link_options($<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
