@@ -14,9 +14,6 @@
 namespace tessary {
 namespace {
 
-/// Since no POST is repeated, none should go out on a connection that the other side has given up unnoticed.
-constexpr int secondsOfAnIdleConnection = 5;
-
 constexpr qint64 largestAnswer = 64LL * 1024 * 1024;
 constexpr int mostRedirects = 10;
 
@@ -124,10 +121,10 @@ private:
     qint64 m_read = 0;
 };
 
-QNetworkReply* post(QNetworkAccessManager& session, const QNetworkRequest& request, const QByteArray& content)
+QNetworkReply* post(QNetworkAccessManager& manager, const QNetworkRequest& request, const QByteArray& content)
 {
     auto* body = new SingleUseBody(content);
-    QNetworkReply* reply = session.post(request, body);
+    QNetworkReply* reply = manager.post(request, body);
     body->setParent(reply);
     return reply;
 }
@@ -246,19 +243,17 @@ private:
     std::optional<std::stop_callback<std::function<void()>>> m_onStop;
 };
 
-QNetworkAccessManager* theSession = nullptr; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+QObject* theSession = nullptr; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 } // namespace
 
-QNetworkAccessManager& sharedHttpSession()
+QObject& httpSession()
 {
     if (theSession == nullptr) {
-        theSession = new QNetworkAccessManager;
-        // The library drops the body of a redirect that it means to follow, also where it then cannot.
-        theSession->setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
+        theSession = new QObject;
         QNetworkProxyFactory::setUseSystemConfiguration(true);
         // Not as a child of the application object: those go when it has ended, and its end is also that of
-        // all events. What the session's thread has put off to an event would never be cleared away.
+        // all events. What a manager's thread has put off to an event would never be cleared away.
         qAddPostRoutine(endHttpSession);
     }
     return *theSession;
@@ -277,14 +272,16 @@ bool sameOrigin(const QUrl& one, const QUrl& other)
     return one.scheme() == other.scheme() && one.host() == other.host() && port(one) == port(other);
 }
 
-QFuture<HttpOutcome> sendHttp(QNetworkRequest request, std::optional<QByteArray> body,
+QFuture<HttpOutcome> sendHttp(const QNetworkRequest& request, const std::optional<QByteArray>& body,
                               std::chrono::milliseconds timeout, const std::stop_token& stop)
 {
-    request.setAttribute(QNetworkRequest::ConnectionCacheExpiryTimeoutSecondsAttribute,
-                         secondsOfAnIdleConnection);
-    QNetworkAccessManager& session = sharedHttpSession();
-    QNetworkReply* reply = body ? post(session, request, *body) : session.get(request);
-    return (new HttpCall(reply, timeout, stop))->outcome();
+    auto* manager = new QNetworkAccessManager(&httpSession());
+    // The library drops the body of a redirect that it means to follow, also where it then cannot.
+    manager->setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
+    QNetworkReply* reply = body ? post(*manager, request, *body) : manager->get(request);
+    auto* call = new HttpCall(reply, timeout, stop);
+    QObject::connect(call, &QObject::destroyed, manager, &QObject::deleteLater);
+    return call->outcome();
 }
 
 } // namespace tessary

@@ -191,6 +191,7 @@ void SessionTest::theLaterCheckWins()
     service.answerInReverse(LocalService::startupPath, 2);
     session.setApiKey(studioKey);
     session.fetchWorkspaceData();
+    QTRY_COMPARE(service.requests().size(), std::size_t{1});
     session.setApiKey(archiveKey);
     session.fetchWorkspaceData();
     QSignalSpy published(&session, &SessionManager::workspaceDataChanged);

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void whatCannotBeSent();
     void theLimitOfARequest();
     void requestsAreAbandoned();
+    void noRequestSharesItsConnection();
 
 private:
     RawServer m_proxy;
@@ -210,7 +211,7 @@ void TransportTest::theLimitOfARequest()
         settle(call(service), std::make_shared<std::optional<Ending>>());
     }
     QCOMPARE(standardTimeout, 60s);
-    const auto timers = sharedHttpSession().findChildren<QTimer*>();
+    const auto timers = httpSession().findChildren<QTimer*>();
     QCOMPARE(std::count_if(timers.begin(), timers.end(),
                            [](const QTimer* timer) {
                                return timer->isActive() && timer->isSingleShot() &&
@@ -218,9 +219,7 @@ void TransportTest::theLimitOfARequest()
                                       timer->timerType() == Qt::PreciseTimer;
                            }),
              3);
-    for (const QNetworkReply* reply : sharedHttpSession().findChildren<QNetworkReply*>()) {
-        const QNetworkRequest::Attribute idle = QNetworkRequest::ConnectionCacheExpiryTimeoutSecondsAttribute;
-        QCOMPARE(reply->request().attribute(idle), 5);
+    for (const QNetworkReply* reply : httpSession().findChildren<QNetworkReply*>()) {
         const bool posts = reply->operation() == QNetworkAccessManager::PostOperation;
         QCOMPARE(reply->findChildren<QIODevice*>().size(), posts ? 1 : 0); // a body goes with its reply
     }
@@ -252,6 +251,20 @@ void TransportTest::requestsAreAbandoned()
              QStringLiteral("The request was abandoned because the program ended."));
     QCOMPARE(abandoned([&stop] { stop.request_stop(); }),
              QStringLiteral("The request was abandoned because the upload was canceled."));
+}
+
+void TransportTest::noRequestSharesItsConnection()
+{
+    const RawServer server({"HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n[]"}); // the connection could go on
+    for (int times = 1; times <= 3; ++times) {
+        run(pullStartup, APIService(server.baseUrl()));
+        QCOMPARE(server.requests().size(), times);
+        QCOMPARE(server.findChildren<QTcpSocket*>().size(), times);
+    }
+    QTRY_VERIFY(httpSession().children().isEmpty()); // the program lets go of each
+    for (const QTcpSocket* socket : server.findChildren<QTcpSocket*>()) {
+        QTRY_COMPARE(socket->state(), QAbstractSocket::UnconnectedState);
+    }
 }
 
 QTEST_GUILESS_MAIN(TransportTest)

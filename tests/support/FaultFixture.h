@@ -22,8 +22,7 @@ namespace tessary {
 enum class Trouble {
     Answer,
     ServiceDown,
-    RestartBefore, ///< while a connection is kept for the request
-    RestartWithin, ///< while the request waits for its answer
+    Restart, ///< while the request waits for its answer
     UnknownCertificate,
     SignedOut
 };
@@ -46,7 +45,6 @@ public:
             UploadDependencies{[this] { return app.sessionManager()->apiKey(); }, app.uploadActivity(),
                                APIService(service.baseUrl(), answerLimit), tool.folder()});
         QTest::qWait(0); // what the last fixture left to be deleted later
-        sharedHttpSession().clearConnectionCache();
         m_before = testkit::takeProcessUsage();
     }
 
@@ -66,18 +64,18 @@ public:
         case Trouble::ServiceDown:
             service.goDown();
             break;
-        case Trouble::RestartBefore:
-            restartWithAConnectionKept();
-            break;
-        case Trouble::RestartWithin:
+        case Trouble::Restart:
             service.addFault(path, standins::Fault::neverAnswered());
             QObject::connect(
                 &service, &standins::LocalService::requestReceived, &service,
-                [this] { QVERIFY(restart() > 0); },
+                [this] {
+                    QVERIFY(service.goDown() > 0);
+                    service.comeUp();
+                },
                 static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
             break;
         case Trouble::UnknownCertificate:
-            trust(false);
+            trustUnknownCertificate(false);
             break;
         case Trouble::SignedOut:
             app.sessionManager()->setApiKey(std::nullopt);
@@ -93,7 +91,7 @@ public:
         if (trouble == Trouble::ServiceDown) {
             service.comeUp();
         }
-        trust(true);
+        trustUnknownCertificate(true);
         app.sessionManager()->setApiKey(standins::localWorkspaces().at(0).key);
     }
 
@@ -115,48 +113,13 @@ public:
     {
         QVERIFY(isIdle());
         QTRY_VERIFY(app.uploadActivity()->children().isEmpty());
-        QTRY_VERIFY(sharedHttpSession().findChildren<QNetworkReply*>().isEmpty());
-        sharedHttpSession().clearConnectionCache();
+        QTRY_VERIFY(httpSession().children().isEmpty());
         QTRY_COMPARE_LE(testkit::takeProcessUsage().descriptors, m_before.descriptors + keptByToolkit);
         QTRY_COMPARE(testkit::takeProcessUsage().threads, m_before.threads);
         QCOMPARE(testkit::takeProcessUsage().children, QList<qint64>());
     }
 
 private:
-    /// As an earlier request of the same program leaves one.
-    void keepAConnection() const
-    {
-        const QNetworkRequest any(
-            QUrl(service.baseUrl() + QLatin1StringView(standins::LocalService::startupPath)));
-        const QFuture<HttpOutcome> outcome = sendHttp(any, std::nullopt, standardTimeout, {});
-        QVERIFY(outcome.isRunning());
-        QTRY_VERIFY(outcome.isFinished());
-    }
-
-    /// @return how many connections it broke
-    std::size_t restart()
-    {
-        const std::size_t broken = service.goDown();
-        service.comeUp();
-        return broken;
-    }
-
-    void restartWithAConnectionKept()
-    {
-        keepAConnection();
-        const int open = testkit::takeProcessUsage().descriptors;
-        const auto broken = static_cast<int>(restart());
-        QVERIFY(broken > 0);
-        // The program has noticed, too: what it sends before that is lost with the connection.
-        QTRY_COMPARE_LE(testkit::takeProcessUsage().descriptors, open - 2 * broken);
-    }
-
-    static void trust(bool trust)
-    {
-        trustUnknownCertificate(trust);
-        sharedHttpSession().clearConnectionCache(); // which holds on to what was trusted
-    }
-
     testkit::ProcessUsage m_before{};
 };
 

@@ -83,9 +83,12 @@ void EndingsTest::cancellingWhenTheUrlHasCome()
 {
     UploadFixture fixture(patientTool);
     // After the answer, and before the upload goes on with it.
-    connect(
-        &sharedHttpSession(), &QNetworkAccessManager::finished, fixture.screen.get(),
-        [screen = fixture.screen.get()] { screen->cancelUpload(); }, Qt::QueuedConnection);
+    connect(&fixture.service, &LocalService::requestReceived, fixture.screen.get(),
+            [screen = fixture.screen.get()] {
+                connect(
+                    httpSession().findChild<QNetworkAccessManager*>(), &QNetworkAccessManager::finished,
+                    screen, [screen] { screen->cancelUpload(); }, Qt::QueuedConnection);
+            });
     fixture.startUpload();
     QVERIFY(fixture.isIdle());
     QCOMPARE(fixture.screen->statusMessage(), canceled);

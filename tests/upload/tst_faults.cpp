@@ -102,7 +102,7 @@ void FaultsTest::service_data()
 
     const auto rows = [](const char* name, Trouble trouble, const Fault& fault, const char* ofUrl,
                          const char* ofRegistration) {
-        const bool sent = trouble == Trouble::Answer || trouble == Trouble::RestartWithin;
+        const bool sent = trouble == Trouble::Answer || trouble == Trouble::Restart;
         QTest::addRow("URL: %s", name) << trouble << fault << false << QString::fromUtf8(ofUrl) << sent;
         QTest::addRow("registration: %s", name)
             << trouble << fault << true << QString::fromUtf8(ofRegistration) << sent;
@@ -131,8 +131,7 @@ void FaultsTest::service_data()
     rows("nothing of use", Trouble::Answer, Fault::answered({500, "{}"}),
          "The service did not answer with an upload URL: \"sasUrl\" is missing.",
          "The operation couldn’t be completed. (tessary_macos_uploader.LibraryDataError error 1.)");
-    both("restarted before", Trouble::RestartBefore, {}, "");
-    both("restarted meanwhile", Trouble::RestartWithin, {}, broke);
+    both("restarted meanwhile", Trouble::Restart, {}, broke);
     both("refused", Trouble::ServiceDown, {},
          "The service could not be reached: the connection was refused.");
     both("unknown certificate", Trouble::UnknownCertificate, {},

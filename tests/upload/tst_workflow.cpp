@@ -131,8 +131,7 @@ void WorkflowTest::twoFilesWhoseUrlsAnswerInReverse()
     QVERIFY(fixture.reaches(UploadState::Completed));
     QVERIFY(fixture.isIdle());
 
-    const QStringList issued =
-        fixture.service.library().issuedUrls(); // left's, right's; right's answers first
+    const QStringList issued = fixture.service.library().issuedUrls(); // the later one is answered first
     const QByteArray runs = fixture.tool.content("runs");
     QVERIFY(runs.contains("left.mov " + issued.at(1).toUtf8() + '\n'));
     QVERIFY(runs.contains("right.mov " + issued.at(0).toUtf8() + '\n'));
