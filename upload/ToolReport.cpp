@@ -9,8 +9,8 @@ void ToolReport::hear(const QString& output)
     if (const QString path = readLogFilePath(output); !path.isEmpty()) {
         logFile = path;
     }
-    lastWords += output.right(maxLastWords);
-    lastWords.remove(0, lastWords.size() - maxLastWords);
+    const QString all = lastWords + output.right(maxLastWords);
+    lastWords = all.right(maxLastWords); // a copy, for the reason that TransferLog has
 }
 
 } // namespace tessary

@@ -6,10 +6,7 @@
 #include "tests/support/UploadFixture.h"
 
 #include <QByteArray>
-#include <QFuture>
 #include <QList>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
 #include <QString>
 #include <QUrl>
 

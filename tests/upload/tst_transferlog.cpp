@@ -1,3 +1,4 @@
+#include "upload/ToolReport.h"
 #include "upload/TransferLog.h"
 
 #include <QProcess>
@@ -117,10 +118,15 @@ void TransferLogTest::progressTakesWhateverReadsAsANumber()
 void TransferLogTest::keepsNoMoreMemoryThanItNeeds()
 {
     TransferLog log;
+    ToolReport report;
     for (int chunk = 0; chunk < 1000; ++chunk) {
-        log.processOutput(QStringLiteral("x").repeated(1000));
+        const auto [shown, asked] = std::pair(log.logs(), report.lastWords); // as a screen holds them
+        const QString output = QStringLiteral("x").repeated(1000);
+        log.processOutput(output);
+        report.hear(output);
     }
     QVERIFY(log.logs().capacity() < 4 * TransferLog::maxLogLength);
+    QVERIFY(report.lastWords.capacity() < 4 * ToolReport::maxLastWords);
 }
 
 void TransferLogTest::keepsTheLastCharacters_data()
