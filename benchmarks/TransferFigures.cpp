@@ -16,15 +16,23 @@ constexpr qint64 gibibyte = 1024LL * 1024 * 1024;
 
 Figure partFigure(Rig& rig, const char* name, double bound)
 {
-    constexpr std::chrono::seconds watched{12};
+    constexpr int rounds = 3; // the middle one counts: what the host takes for a moment is in one of them
+    constexpr std::chrono::seconds watched{6};
     runFor(std::chrono::seconds(2)); // what the change itself costs
-    const double share = cpuShareFor(watched);
+    std::vector<double> shares;
+    for (int round = 0; round < rounds; ++round) {
+        shares.push_back(cpuShareFor(watched));
+    }
+    const double share = quantile(shares, 0.5);
     require(rig.state().uploadState() == UploadState::Uploading,
             QStringLiteral("an upload that takes as long"));
     return {QStringLiteral("own CPU while uploading, ") + QLatin1StringView(name),
             written(share * 100, 2) + QStringLiteral(" %"),
             QStringLiteral("one core"),
-            QStringLiteral("over %1 s").arg(watched.count()),
+            QStringLiteral("%1 rounds of %2 s; %3 to %4")
+                .arg(rounds)
+                .arg(watched.count())
+                .arg(written(quantile(shares, 0) * 100, 2), written(quantile(shares, 1) * 100, 2)),
             QStringLiteral("< %1 %").arg(bound * 100),
             share < bound};
 }

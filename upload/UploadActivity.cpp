@@ -28,7 +28,6 @@ UploadActivity::~UploadActivity()
     do {
         QCoreApplication::sendPostedEvents();
     } while (underWay());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 std::shared_ptr<const void> UploadActivity::beginUpload(std::shared_ptr<UploadTask> task)
