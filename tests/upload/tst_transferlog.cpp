@@ -151,6 +151,12 @@ void TransferLogTest::keepsTheLastCharacters()
     log.processOutput(character.repeated(20));
     QCOMPARE(log.logs(), character.repeated(limit - 5 - 10 - 1 - 6) + u'\n' + character.repeated(20) + u'\n');
 
+    // As many as there is room for stay, to the first.
+    const QString full = u'\n' + character.repeated(limit - 2);
+    TransferLog filled;
+    filled.processOutput(full);
+    QCOMPARE(filled.logs(), full + u'\n');
+
     // An accent that comes later joins the character before it; a sign never joins its neighbour.
     TransferLog joined;
     joined.processOutput(character.repeated(limit));
