@@ -16,8 +16,8 @@ constexpr qint64 gibibyte = 1024LL * 1024 * 1024;
 
 Figure partFigure(Rig& rig, const char* name, double bound)
 {
-    constexpr int rounds = 3; // the middle one counts: what the host takes for a moment is in one of them
-    constexpr std::chrono::seconds watched{6};
+    constexpr int rounds = 5; // the middle one counts: what the host takes for a moment is in one of them
+    constexpr std::chrono::seconds watched{4};
     runFor(std::chrono::seconds(2)); // what the change itself costs
     std::vector<double> shares;
     for (int round = 0; round < rounds; ++round) {

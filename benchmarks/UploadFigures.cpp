@@ -14,7 +14,7 @@ namespace tessary::benchmarks {
 namespace {
 
 constexpr int pairs = 10;
-constexpr qint64 gibibytes = 8; // so long that what the host takes for a moment is little of it
+constexpr qint64 gibibytes = 4;
 constexpr double aim = 1.02;
 
 /// Of one whole upload, in seconds.
@@ -118,10 +118,11 @@ std::vector<Figure> measureUploads()
         if (!bareFirst) {
             bare.push_back(runBareTool(rig, file));
         }
-        warnLine(QStringLiteral("  pair %1 of %2: bare %3 s, by the program %4 s")
+        warnLine(QStringLiteral("  pair %1 of %2: bare %3 s (%4 s), by the program %5 s (%6 s)")
                      .arg(pair + 1)
                      .arg(pairs)
-                     .arg(written(bare.back().whole, 2), written(ours.back().whole, 2)));
+                     .arg(written(bare.back().whole, 2), written(bare.back().transfer, 2),
+                          written(ours.back().whole, 2), written(ours.back().transfer, 2)));
     }
     const QString upload = QStringLiteral("upload of %1 GiB, ").arg(gibibytes);
     return {pairFigure(upload + QStringLiteral("click to the end"), ours, bare, &Run::whole),
