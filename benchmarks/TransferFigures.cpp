@@ -6,6 +6,7 @@
 
 #include <QQuickWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace tessary::benchmarks {
@@ -19,10 +20,8 @@ Figure partFigure(Rig& rig, const char* name, double bound)
     constexpr int rounds = 5; // the middle one counts: what the host takes for a moment is in one of them
     constexpr std::chrono::seconds watched{4};
     runFor(std::chrono::seconds(2)); // what the change itself costs
-    std::vector<double> shares;
-    for (int round = 0; round < rounds; ++round) {
-        shares.push_back(cpuShareFor(watched));
-    }
+    std::vector<double> shares(rounds);
+    std::generate(shares.begin(), shares.end(), [watched] { return cpuShareFor(watched); });
     const double share = quantile(shares, 0.5);
     require(rig.state().uploadState() == UploadState::Uploading,
             QStringLiteral("an upload that takes as long"));
