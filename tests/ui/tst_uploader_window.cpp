@@ -219,7 +219,7 @@ void UploaderWindowTest::hiddenLogComesBackWhereItWas()
     state().processOutput(u"unseen\n"_s.repeated(20));
     state().setShowDetails(true);
     QTRY_COMPARE(log->property("text").toString(), state().logs());
-    QTRY_COMPARE(logArea()->opacity(), 1.0);
+    QTRY_COMPARE(m_fixture->item("log")->opacity(), 1.0);
     QCOMPARE(area->property("contentY").toDouble(), 10.0);
     state().processOutput(u"seen\n"_s);
     QTRY_COMPARE(area->property("contentY"), area->property("lastY"));

@@ -66,12 +66,43 @@ Item {
             // qmllint enable unqualified
         }
 
-        LogView {
+        Item {
+            objectName: "log"
             anchors.fill: parent
-            uploader: card.uploader
             enabled: card.uploader.showDetails
             opacity: details.value
             visible: opacity > 0
+
+            Squircle {
+                anchors.fill: parent
+                radius: 12
+                fill: Look.textBackgroundColor
+                outline: Look.plainOutlineColor
+                lineWidth: 1
+                lineInside: true
+            }
+
+            // Empty at first, so there is nothing of it in the first frame, which need not wait for it.
+            Loader {
+                id: log
+
+                function make() {
+                    setSource("LogView.qml", {
+                        uploader: card.uploader
+                    });
+                }
+
+                anchors.fill: parent
+            }
+
+            Connections {
+                function onFrameSwapped() {
+                    Qt.callLater(log.make);
+                }
+
+                target: card.Window.window
+                enabled: log.status === Loader.Null
+            }
         }
     }
 }

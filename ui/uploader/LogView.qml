@@ -82,18 +82,6 @@ ScrollArea {
         enabled: view.stale
     }
 
-    // As large as the view, not as the text: a painted item of that height would take a second to draw.
-    Squircle {
-        parent: view
-        z: -1
-        anchors.fill: parent
-        radius: 12
-        fill: Look.textBackgroundColor
-        outline: Look.plainOutlineColor
-        lineWidth: 1
-        lineInside: true
-    }
-
     TextEdit {
         id: log
 
