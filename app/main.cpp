@@ -1,4 +1,5 @@
 #include "app/Program.h"
+#include "desktop/FontsAhead.h"
 #include "desktop/ProcessSetup.h"
 #include "desktop/Termination.h"
 
@@ -9,7 +10,9 @@ namespace {
 int run(char** argv)
 {
     int argc = 1; // the program has no options, so the toolkit's do not count either
+    std::jthread fonts = tessary::desktop::readFontsAhead();
     const QGuiApplication application(argc, argv);
+    fonts = {}; // waits for it
     tessary::Program program({});
     const tessary::desktop::Termination termination;
     QObject::connect(&termination, &tessary::desktop::Termination::requested, &program,

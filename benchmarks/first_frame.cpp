@@ -7,6 +7,7 @@
 
 #include "app/Program.h"
 #include "benchmarks/MonotonicClock.h"
+#include "desktop/FontsAhead.h"
 #include "desktop/ProcessSetup.h"
 #include "service/Diagnostics.h"
 #include "testkit/ProcessUsage.h"
@@ -86,6 +87,8 @@ int main(int argc, char** argv)
         return showBareWindow(size + (kind == "text" ? "Text { text: 'One line of text' }" : ""), start);
     }
     desktop::prepareProcess();
+    std::jthread fonts = desktop::readFontsAhead();
     const QGuiApplication application(argc, argv);
+    fonts = {};
     return showProgram(QString::fromLocal8Bit(argv[3]), QString::fromLocal8Bit(argv[4]), start);
 }
