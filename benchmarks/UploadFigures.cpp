@@ -13,7 +13,7 @@
 namespace tessary::benchmarks {
 namespace {
 
-constexpr int pairs = 10;
+constexpr int pairs = 14;
 constexpr qint64 gibibytes = 4;
 constexpr double aim = 1.02;
 
@@ -118,7 +118,8 @@ std::vector<Figure> measureUploads()
         if (!bareFirst) {
             bare.push_back(runBareTool(rig, file));
         }
-        warnLine(QStringLiteral("  pair %1 of %2: bare %3 s (%4 s), by the program %5 s (%6 s)")
+        warnLine(QStringLiteral(
+                     "  pair %1 of %2: bare %3 s, its blocks %4 s; by the program %5 s, its blocks %6 s")
                      .arg(pair + 1)
                      .arg(pairs)
                      .arg(written(bare.back().whole, 2), written(bare.back().transfer, 2),
