@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include <array>
+#include <chrono>
 #include <map>
 
 namespace tessary::benchmarks {
@@ -29,11 +30,13 @@ struct Surroundings
     int firstRounds; ///< that are not counted: the first one reads the files from the disk, and what GL's
                      ///< programs were compiled to is kept by the toolkit in one and by the driver in the
                      ///< next
-    int rounds;      ///< that are counted
     double loginAim;
     double uploaderAim;
     double memoryAim;
 };
+
+constexpr int rounds = 20;    // that are counted
+constexpr int longRounds = 4; // of them, in which what comes in after the first frame is waited for
 
 const QString bare = QStringLiteral("bare");
 const QString text = QStringLiteral("text");
@@ -46,14 +49,14 @@ std::vector<Surroundings> allSurroundings()
     const std::pair<QString, QString> byProcessor{QStringLiteral("LIBGL_ALWAYS_SOFTWARE"),
                                                   QStringLiteral("1")};
     const std::pair<QString, QString> wayland{QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("wayland")};
-    return {
-        {QStringLiteral("software, X11"), {}, 1, 12, 1.5, 2, 1.5},
-        {QStringLiteral("GL on llvmpipe, X11"), {hardware, byProcessor}, 3, 5, 1.3, 1.3, 1.3},
-        {QStringLiteral("GL on llvmpipe, Wayland"), {hardware, byProcessor, wayland}, 3, 5, 1.3, 1.3, 1.3}};
+    return {{QStringLiteral("software, X11"), {}, 1, 1.5, 2, 1.5},
+            {QStringLiteral("GL on llvmpipe, X11"), {hardware, byProcessor}, 3, 1.3, 1.3, 1.3},
+            {QStringLiteral("GL on llvmpipe, Wayland"), {hardware, byProcessor, wayland}, 3, 1.3, 1.3, 1.3}};
 }
 
 /// @param windowSize for a bare window; the program's has its own
-Start start(const QString& kind, const QStringList& windowSize, const Surroundings& surroundings)
+Start start(const QString& kind, std::chrono::milliseconds stay, const QStringList& windowSize,
+            const Surroundings& surroundings)
 {
     QTcpServer service; // it never answers: with a key to check, the window opens with the uploader screen
     const QTemporaryDir settings;
@@ -71,7 +74,8 @@ Start start(const QString& kind, const QStringList& windowSize, const Surroundin
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/tessary_first_frame"),
                   QStringList{isProgram ? QStringLiteral("program") : kind,
-                              QString::number(monotonicMilliseconds(), 'f', 6)} +
+                              QString::number(monotonicMilliseconds(), 'f', 6),
+                              QString::number(stay.count())} +
                       (isProgram ? QStringList{settings.path(), url} : windowSize));
     require(process.waitForFinished() && process.exitCode() == 0, QStringLiteral("a start of ") + kind);
     const QStringList printed = QString::fromLatin1(process.readAllStandardOutput()).trimmed().split(u' ');
@@ -109,12 +113,17 @@ std::vector<Figure> measureStartIn(const Surroundings& surroundings)
     std::map<QString, std::vector<double>> times;
     std::map<QString, std::vector<double>> sizes;
     QStringList windowSize; // a bare window is as large as the program's
-    for (int round = 0; round < surroundings.firstRounds + surroundings.rounds; ++round) {
+    for (int round = -surroundings.firstRounds; round < rounds; ++round) {
+        const bool isLong = round < longRounds;
+        const std::chrono::milliseconds stay{isLong ? 1000 : 0};
         for (const QString& kind : {uploader, login, bare, text}) {
-            const Start taken = start(kind, windowSize, surroundings);
+            const Start taken = start(kind, stay, windowSize, surroundings);
             windowSize = taken.windowSize;
-            if (round >= surroundings.firstRounds) {
-                times[kind].push_back(taken.milliseconds);
+            if (round < 0) {
+                continue;
+            }
+            times[kind].push_back(taken.milliseconds);
+            if (isLong) {
                 sizes[kind].push_back(taken.mebibytes);
             }
         }

@@ -1,7 +1,7 @@
 // Starts as the program does, or with a bare window in its place, and prints the milliseconds to the first
-// frame and, a second later, the most memory that was used, in bytes, and the window's size.
-//   tessary_first_frame program START SETTINGS SERVICE
-//   tessary_first_frame bare|text START WIDTH HEIGHT
+// frame and, STAY ms later, the most memory that was used, in bytes, and the window's size.
+//   tessary_first_frame program START STAY SETTINGS SERVICE
+//   tessary_first_frame bare|text START STAY WIDTH HEIGHT
 // START is when the process was launched, in ms of the monotonic clock, SETTINGS the folder with the key, if
 // there is one, SERVICE its base URL. A text is one line in an otherwise bare window.
 
@@ -16,25 +16,32 @@
 #include <QQuickWindow>
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
 
 using namespace tessary;
 
 namespace {
 
-void report(QQuickWindow& window, double start)
+struct Times
+{
+    double start; ///< in ms of the monotonic clock
+    std::chrono::milliseconds stay;
+};
+
+void report(QQuickWindow& window, const Times& times)
 {
     // Where a thread of its own draws, it notes the time: the main thread hears of the frame later.
     const auto milliseconds = std::make_shared<double>();
     constexpr auto once = Qt::SingleShotConnection;
     QObject::connect(
         &window, &QQuickWindow::frameSwapped, &window,
-        [=] { *milliseconds = benchmarks::monotonicMilliseconds() - start; },
+        [=] { *milliseconds = benchmarks::monotonicMilliseconds() - times.start; },
         static_cast<Qt::ConnectionType>(Qt::DirectConnection | once));
     QObject::connect(
         &window, &QQuickWindow::frameSwapped, &window,
-        [milliseconds, &window] {
-            QTimer::singleShot(std::chrono::seconds(1), &window, [milliseconds, &window] {
+        [milliseconds, stay = times.stay, &window] {
+            QTimer::singleShot(stay, &window, [milliseconds, &window] {
                 printLine(QStringLiteral("%1 %2 %3 %4")
                               .arg(*milliseconds)
                               .arg(testkit::takeProcessUsage().peakResidentBytes)
@@ -47,7 +54,7 @@ void report(QQuickWindow& window, double start)
 }
 
 /// @param content of the window, size included
-int showBareWindow(const QByteArray& content, double start)
+int showBareWindow(const QByteArray& content, const Times& times)
 {
     QQmlEngine engine;
     QQmlComponent component(&engine);
@@ -58,17 +65,17 @@ int showBareWindow(const QByteArray& content, double start)
         warnLine(component.errorString());
         return EXIT_FAILURE;
     }
-    report(*window, start);
+    report(*window, times);
     return QCoreApplication::exec();
 }
 
-int showProgram(const QString& settings, const QString& service, double start)
+int showProgram(const QString& settings, const QString& service, const Times& times)
 {
     Program program({service, settings, standardResourcesFolder()});
     if (!program.openWindow()) {
         return EXIT_FAILURE;
     }
-    report(*program.windows().front(), start);
+    report(*program.windows().front(), times);
     return QCoreApplication::exec();
 }
 
@@ -76,19 +83,19 @@ int showProgram(const QString& settings, const QString& service, double start)
 
 int main(int argc, char** argv)
 {
-    if (argc != 5) {
+    if (argc != 6) {
         return EXIT_FAILURE;
     }
     const QByteArray kind = argv[1];
-    const double start = QByteArray(argv[2]).toDouble();
+    const Times times{QByteArray(argv[2]).toDouble(), std::chrono::milliseconds(QByteArray(argv[3]).toInt())};
     if (kind != "program") {
-        const QByteArray size = QByteArray("width: ") + argv[3] + "; height: " + argv[4] + "; ";
+        const QByteArray size = QByteArray("width: ") + argv[4] + "; height: " + argv[5] + "; ";
         const QGuiApplication application(argc, argv);
-        return showBareWindow(size + (kind == "text" ? "Text { text: 'One line of text' }" : ""), start);
+        return showBareWindow(size + (kind == "text" ? "Text { text: 'One line of text' }" : ""), times);
     }
     desktop::prepareProcess();
     std::jthread fonts = desktop::readFontsAhead();
     const QGuiApplication application(argc, argv);
     fonts = {};
-    return showProgram(QString::fromLocal8Bit(argv[3]), QString::fromLocal8Bit(argv[4]), start);
+    return showProgram(QString::fromLocal8Bit(argv[4]), QString::fromLocal8Bit(argv[5]), times);
 }
