@@ -76,7 +76,8 @@ Run runUpload(Rig& rig)
     return {whole, rig.service().takeTransferTime() / 1e3, childrenCpu() - before};
 }
 
-/// One part of the program's uploads beside the same of the bare ones, pair by pair.
+/// One part of the program's uploads beside the same of the bare ones: the least of each, since whatever the
+/// machine does besides only adds, and for comparison the pairs' ratios.
 Figure pairFigure(const QString& name, const std::vector<Run>& ours, const std::vector<Run>& bare,
                   double Run::*part)
 {
@@ -88,15 +89,17 @@ Figure pairFigure(const QString& name, const std::vector<Run>& ours, const std::
         bareValues.push_back(bare[pair].*part);
         ratios.push_back(values.back() / bareValues.back());
     }
-    const double ratio = quantile(ratios, 0.5);
-    return {
-        name,
-        written(quantile(values, 0.5), 2) + QStringLiteral(" s"),
-        QStringLiteral("bare AzCopy: %1 s").arg(written(quantile(bareValues, 0.5), 2)),
-        QStringLiteral("%1 times (half of them %2 to %3)")
-            .arg(written(ratio, 3), written(quantile(ratios, 0.25), 3), written(quantile(ratios, 0.75), 3)),
-        QStringLiteral("≤ %1").arg(aim),
-        ratio <= aim};
+    const double least = quantile(values, 0);
+    const double leastBare = quantile(bareValues, 0);
+    const double ratio = least / leastBare;
+    return {name,
+            written(least, 2) + QStringLiteral(" s"),
+            QStringLiteral("bare AzCopy: %1 s").arg(written(leastBare, 2)),
+            QStringLiteral("%1 times; of the pairs %2, half of them %3 to %4")
+                .arg(written(ratio, 3), written(quantile(ratios, 0.5), 3), written(quantile(ratios, 0.25), 3),
+                     written(quantile(ratios, 0.75), 3)),
+            QStringLiteral("≤ %1").arg(aim),
+            ratio <= aim};
 }
 
 } // namespace
