@@ -97,11 +97,18 @@ Item {
 
             Connections {
                 function onFrameSwapped() {
-                    Qt.callLater(log.make);
+                    frameShown.start();
                 }
 
                 target: card.Window.window
                 enabled: log.status === Loader.Null
+            }
+
+            Timer {
+                id: frameShown
+
+                interval: 0
+                onTriggered: log.make()
             }
         }
     }
