@@ -9,6 +9,7 @@
 #include <QQuickWindow>
 #include <QTimer>
 
+#include <algorithm>
 #include <csignal>
 #include <functional>
 #include <stdexcept>
@@ -90,6 +91,13 @@ double cpuShareFor(std::chrono::milliseconds duration)
     runFor(duration);
     return std::chrono::duration<double>(testkit::takeProcessUsage().ownCpu - before) /
            std::chrono::duration<double>(duration);
+}
+
+std::vector<double> cpuSharesFor(int rounds, std::chrono::milliseconds duration)
+{
+    std::vector<double> shares(static_cast<std::size_t>(rounds));
+    std::generate(shares.begin(), shares.end(), [duration] { return cpuShareFor(duration); });
+    return shares;
 }
 
 void takeFromTheScreen(const QQuickWindow& window)

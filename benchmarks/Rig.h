@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <chrono>
+#include <vector>
 
 namespace tessary::benchmarks {
 
@@ -80,6 +81,9 @@ void runFor(std::chrono::milliseconds duration);
 
 /// The same; how much of a core this process used meanwhile, children excluded.
 [[nodiscard]] double cpuShareFor(std::chrono::milliseconds duration);
+
+/// The same once more in each round: what the host takes for a moment is in one of them.
+[[nodiscard]] std::vector<double> cpuSharesFor(int rounds, std::chrono::milliseconds duration);
 
 /// As when it is minimised: the window is there, and nothing of it can be seen.
 void takeFromTheScreen(const QQuickWindow& window);

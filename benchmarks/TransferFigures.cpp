@@ -6,7 +6,6 @@
 
 #include <QQuickWindow>
 
-#include <algorithm>
 #include <utility>
 
 namespace tessary::benchmarks {
@@ -17,11 +16,10 @@ constexpr qint64 gibibyte = 1024LL * 1024 * 1024;
 
 Figure partFigure(Rig& rig, const char* name, double bound)
 {
-    constexpr int rounds = 5; // the middle one counts: what the host takes for a moment is in one of them
+    constexpr int rounds = 5;
     constexpr std::chrono::seconds watched{4};
     runFor(std::chrono::seconds(2)); // what the change itself costs
-    std::vector<double> shares(rounds);
-    std::generate(shares.begin(), shares.end(), [watched] { return cpuShareFor(watched); });
+    const std::vector<double> shares = cpuSharesFor(rounds, watched);
     const double share = quantile(shares, 0.5);
     require(rig.state().uploadState() == UploadState::Uploading,
             QStringLiteral("an upload that takes as long"));

@@ -9,7 +9,8 @@ namespace tessary::desktop {
 /// there.
 ///
 /// The thread reads the environment. Where an X11 launcher put a startup ID into it, which the toolkit takes
-/// out again meanwhile, nothing is read ahead, and what is returned is no thread.
+/// out again meanwhile, nothing is read ahead, and what is returned is no thread; nor is it one where none
+/// can be started.
 [[nodiscard]] std::jthread readFontsAhead();
 
 } // namespace tessary::desktop
